@@ -1,0 +1,62 @@
+# Compiler settings shared by every target of the project.
+
+# One interface target carries them, so that they never leak into what an outside project sees.
+add_library(orvix_build INTERFACE)
+target_compile_features(orvix_build INTERFACE cxx_std_20)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+target_compile_options(orvix_build INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wcast-qual -Wcast-align
+  -Wformat=2 -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference -Wdouble-promotion -Wundef
+  -Wimplicit-fallthrough -Wextra-semi -Wunused)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(orvix_build INTERFACE -Wduplicated-cond -Wduplicated-branches -Wlogical-op)
+endif()
+if(ORVIX_WARNINGS_AS_ERRORS)
+  target_compile_options(orvix_build INTERFACE -Werror)
+endif()
+
+if(ORVIX_SANITIZE)
+  # Undefined behaviour must end the process, or a test would pass over it.
+  set(flags -fsanitize=${ORVIX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(orvix_build INTERFACE ${flags})
+  target_link_options(orvix_build INTERFACE ${flags})
+  # The interceptors of gcc 12 make these two guess wrong.
+  target_compile_options(orvix_build INTERFACE -Wno-null-dereference)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(orvix_build INTERFACE -Wno-maybe-uninitialized)
+  endif()
+endif()
+if(ORVIX_COVERAGE)
+  target_compile_options(orvix_build INTERFACE --coverage)
+  target_link_options(orvix_build INTERFACE --coverage)
+endif()
+
+# orvix_library(NAME EXPORT_DEFINITION): an object library NAME_objects that takes the sources, the shared library NAME
+# made of it, and the alias OrvixGsl::NAME. Tests of private parts link the objects; everybody else the shared library.
+function(orvix_library name building)
+  add_library(${name}_objects OBJECT)
+  add_library(${name} SHARED $<TARGET_OBJECTS:${name}_objects>)
+  add_library(OrvixGsl::${name} ALIAS ${name})
+
+  set_target_properties(${name}_objects PROPERTIES
+    POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+  target_compile_definitions(${name}_objects PRIVATE ${building})
+  target_include_directories(${name}_objects PUBLIC "${PROJECT_SOURCE_DIR}/include"
+    PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}/source")
+  target_link_libraries(${name}_objects PRIVATE orvix_build)
+
+  set_target_properties(${name} PROPERTIES
+    OUTPUT_NAME orvix${name} EXPORT_NAME ${name} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+  target_compile_features(${name} INTERFACE cxx_std_20)
+  target_include_directories(${name} INTERFACE
+    "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
+  target_link_libraries(${name} PRIVATE "$<BUILD_INTERFACE:orvix_build>")
+  if(NOT WIN32)
+    # Relative relocations packed (RELR) and symbols bound inside the library keep loading cheap.
+    target_link_options(${name} PRIVATE -Wl,-Bsymbolic-functions -Wl,-z,now -Wl,--as-needed)
+    if(NOT ORVIX_SANITIZE)
+      target_link_options(${name} PRIVATE -Wl,--no-undefined -Wl,-z,pack-relative-relocs)
+    endif()
+  endif()
+endfunction()

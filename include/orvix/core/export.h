@@ -1,0 +1,13 @@
+/// @file
+/// The mark of what liborvixcore exports.
+#pragma once
+
+#if defined(_WIN32)
+#if defined(ORVIX_CORE_BUILDING)
+#define ORVIX_CORE_API __declspec(dllexport)
+#else
+#define ORVIX_CORE_API __declspec(dllimport)
+#endif
+#else
+#define ORVIX_CORE_API __attribute__((visibility("default")))
+#endif

@@ -1,0 +1,93 @@
+#include "support/temporary_directory.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <stdexcept>
+
+namespace orvix::test {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+void set_variable(const char* name, const char* value) {
+#ifdef _WIN32
+    _putenv_s(name, value != nullptr ? value : "");
+#else
+    if (value != nullptr) {
+        setenv(name, value, 1);
+    } else {
+        unsetenv(name);
+    }
+#endif
+}
+
+fs::path unique_directory() {
+    std::random_device device;
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        fs::path candidate = fs::temp_directory_path() / ("orvix_test_" + std::to_string(device()));
+        if (fs::create_directory(candidate)) return fs::canonical(candidate);
+    }
+    throw std::runtime_error("no temporary directory to be had");
+}
+
+}  // namespace
+
+TemporaryDirectory::TemporaryDirectory(Enter enter) : path_(unique_directory()), before_(fs::current_path()) {
+    if (enter == Enter::yes) fs::current_path(path_);
+}
+
+TemporaryDirectory::~TemporaryDirectory() {
+    std::error_code ignored;
+    fs::current_path(before_, ignored);
+    fs::remove_all(path_, ignored);
+}
+
+std::string TemporaryDirectory::name(std::string_view relative) const {
+    return library_name(relative.empty() ? path_ : path_ / relative);
+}
+
+std::string TemporaryDirectory::write(std::string_view relative, std::string_view bytes) const {
+    const fs::path file = path_ / relative;
+    fs::create_directories(file.parent_path());
+    write_file(file, bytes);
+    return library_name(file);
+}
+
+std::string TemporaryDirectory::read(std::string_view relative) const { return read_file(path_ / relative); }
+
+ScopedVariable::ScopedVariable(const char* name, const char* value) : name_(name), was_set_(false) {
+    if (const char* before = std::getenv(name); before != nullptr) {
+        before_ = before;
+        was_set_ = true;
+    }
+    set_variable(name, value);
+}
+
+ScopedVariable::~ScopedVariable() { set_variable(name_.c_str(), was_set_ ? before_.c_str() : nullptr); }
+
+std::string library_name(const fs::path& host) {
+    std::string text = host.string();
+#ifndef _WIN32
+    if (text.starts_with('/')) text.insert(0, "C:");
+#endif
+    std::replace(text.begin(), text.end(), '/', '\\');
+    return text;
+}
+
+std::string read_file(const fs::path& host) {
+    std::ifstream stream(host, std::ios::binary);
+    if (!stream) throw std::runtime_error("cannot read " + host.string());
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+void write_file(const fs::path& host, std::string_view bytes) {
+    std::ofstream stream(host, std::ios::binary);
+    stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (!stream) throw std::runtime_error("cannot write " + host.string());
+}
+
+}  // namespace orvix::test

@@ -1,0 +1,55 @@
+// A directory of a test's own, gone at its end, and small helpers to fill it and look into it.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace orvix::test {
+
+// Makes a fresh directory, and enters it if asked. The destructor goes back and removes the directory with all in it.
+class TemporaryDirectory {
+public:
+    enum class Enter { no, yes };
+
+    explicit TemporaryDirectory(Enter enter = Enter::no);
+    ~TemporaryDirectory();
+    TemporaryDirectory(const TemporaryDirectory&) = delete;
+    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+
+    // The name of a file below, in the library's form: drive letter and backslashes. The empty name gives the directory.
+    std::string name(std::string_view relative = "") const;
+
+    // Writes a file below, making the directories that it needs; gives its name in the library's form.
+    std::string write(std::string_view relative, std::string_view bytes) const;
+
+    std::string read(std::string_view relative) const;
+
+private:
+    std::filesystem::path path_;
+    std::filesystem::path before_;
+};
+
+// Sets a process variable, or unsets it with a null value; the destructor restores what it was.
+class ScopedVariable {
+public:
+    ScopedVariable(const char* name, const char* value);
+    ~ScopedVariable();
+    ScopedVariable(const ScopedVariable&) = delete;
+    ScopedVariable& operator=(const ScopedVariable&) = delete;
+
+private:
+    std::string name_;
+    std::string before_;
+    bool was_set_;
+};
+
+// A name of the host in the library's form: drive letter and backslashes.
+std::string library_name(const std::filesystem::path& host);
+
+std::string read_file(const std::filesystem::path& host);
+void write_file(const std::filesystem::path& host, std::string_view bytes);
+
+}  // namespace orvix::test
