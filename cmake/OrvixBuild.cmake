@@ -7,7 +7,7 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 
 target_compile_options(orvix_build INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wcast-qual -Wcast-align
-  -Wformat=2 -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference -Wdouble-promotion -Wundef
+  -Wformat=2 -Wnon-virtual-dtor -Woverloaded-virtual -Wdouble-promotion -Wundef
   -Wimplicit-fallthrough -Wextra-semi -Wunused)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(orvix_build INTERFACE -Wduplicated-cond -Wduplicated-branches -Wlogical-op)
@@ -21,8 +21,6 @@ if(ORVIX_SANITIZE)
   set(flags -fsanitize=${ORVIX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(orvix_build INTERFACE ${flags})
   target_link_options(orvix_build INTERFACE ${flags})
-  # The interceptors of gcc 12 make these two guess wrong.
-  target_compile_options(orvix_build INTERFACE -Wno-null-dereference)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(orvix_build INTERFACE -Wno-maybe-uninitialized)
   endif()

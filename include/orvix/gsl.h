@@ -2,5 +2,6 @@
 /// Every family of the library. Programs that use one or two include those headers instead.
 #pragma once
 
+#include <orvix/gsl/directory_scan.h>
 #include <orvix/gsl/getenv.h>
 #include <orvix/gsl/status.h>

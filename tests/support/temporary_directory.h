@@ -19,7 +19,8 @@ public:
 
     const std::filesystem::path& path() const { return path_; }
 
-    // The name of a file below, in the library's form: drive letter and backslashes. The empty name gives the directory.
+    // The name of a file below, in the library's form: drive letter and backslashes. The empty name gives the
+    // directory.
     std::string name(std::string_view relative = "") const;
 
     // Writes a file below, making the directories that it needs; gives its name in the library's form.

@@ -1,0 +1,51 @@
+/// @file
+/// The status of files: kind, size, times.
+#pragma once
+
+#include <orvix/core/export.h>
+#include <orvix/core/path.h>
+
+#include <sys/stat.h>
+
+#include <cstdint>
+
+#if !defined(_WIN32)
+/// The platform's status records under the names that callers know. Here one record serves both widths.
+using _stat64i32 = struct stat;
+using _stat64 = struct stat;
+#endif
+
+namespace orvix::core {
+
+/// Reads the status of what a name leads to, with a 64-bit size.
+///
+/// @param name    file or directory
+/// @param status  receives the status; not null
+/// @return 0, or -1 with `errno` set and the record unspecified
+ORVIX_CORE_API int read_status(const Path& name, ::_stat64* status);
+
+#if defined(_WIN32)
+/// The same with a 32-bit size.
+ORVIX_CORE_API int read_status(const Path& name, ::_stat64i32* status);
+#endif
+
+/// Tells whether a name exists, links followed, without reading its status.
+/// @return 0, or -1 with `errno` set
+ORVIX_CORE_API int test_existence(const Path& name);
+
+/// Kinds of file as the name itself has it, links not followed.
+enum class FileKind : std::int32_t { missing, regular, directory, link, other };
+
+/// Reads the kind of the name itself.
+/// @return `missing` with `errno` set for a name that is not there or cannot be read
+ORVIX_CORE_API FileKind kind_of_name(const Path& name);
+
+/// True if the name itself is a symbolic link (a mount point is none); false if the name is not there.
+/// @throw std::filesystem::filesystem_error  with "symlink_status", for any failure but a missing name
+ORVIX_CORE_API bool is_symbolic_link(const Path& name);
+
+/// Sets the access and the modification time of a file, in whole seconds since 1970.
+/// @return 0, or -1 with `errno` set
+ORVIX_CORE_API int set_file_times(const Path& name, std::int64_t access_time, std::int64_t modification_time);
+
+}  // namespace orvix::core

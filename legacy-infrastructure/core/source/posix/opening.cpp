@@ -1,0 +1,90 @@
+#include "posix/opening.h"
+
+#include "posix/descriptor.h"
+#include "posix/host_name.h"
+
+#include <orvix/core/files.h>
+#include <orvix/core/path.h>
+
+#include <optional>
+#include <string_view>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace orvix {
+
+namespace core {
+
+int open_path(const Path& name, int flags, int permission) {
+    const auto opening_with = [permission](int all_flags) {
+        return [=](const char* host) { return ::open(host, all_flags | O_CLOEXEC, permission); };
+    };
+    if ((flags & O_CREAT) == 0) return call_on_existing(name, opening_with(flags));
+    if (!PathAccess::ignores_case(name) || (flags & O_EXCL) != 0) {
+        return call_to_create(name, Missing::maybe, opening_with(flags));
+    }
+    // An existing file is opened without a look at its directory; that is the usual case.
+    const int existing = call_on_existing(name, opening_with(flags & ~O_CREAT));
+    if (existing != -1 || errno != ENOENT) return existing;
+    return call_to_create(name, Missing::surely, opening_with(flags));
+}
+
+namespace {
+
+// Flags of open for a mode of fopen; none for text that is no mode.
+std::optional<int> flags_of(std::string_view mode) {
+    if (mode.empty()) return std::nullopt;
+    const bool update = mode.find('+') != std::string_view::npos;
+    const int access = update ? O_RDWR : O_WRONLY;
+    const int exclusive = mode.find('x') != std::string_view::npos ? O_EXCL : 0;
+    switch (mode[0]) {
+        case 'r':
+            return update ? O_RDWR : O_RDONLY;
+        case 'w':
+            return access | O_CREAT | O_TRUNC | exclusive;
+        case 'a':
+            return access | O_CREAT | O_APPEND | exclusive;
+        default:
+            return std::nullopt;
+    }
+}
+
+// What fdopen takes: neither exclusive creation nor a foreign letter is its business.
+std::string stream_mode(std::string_view mode) {
+    std::string plain(1, mode[0]);
+    if (mode.find('+') != std::string_view::npos) plain += '+';
+    return plain;
+}
+
+bool is_directory(int descriptor) {
+    struct stat status;
+    return fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+constexpr int any_user_may_read_and_write = 0666;  // before the process's mask
+
+}  // namespace
+
+}  // namespace core
+
+std::FILE* Path::fopen(const char* mode) const {
+    const std::optional<int> flags = core::flags_of(mode != nullptr ? mode : "");
+    if (!flags) {
+        errno = EINVAL;
+        return nullptr;
+    }
+    core::Descriptor file(core::open_path(*this, *flags, core::any_user_may_read_and_write));
+    if (!file.valid()) return nullptr;
+    if ((*flags & O_ACCMODE) == O_RDONLY && core::is_directory(file.number())) {
+        errno = EISDIR;
+        return nullptr;
+    }
+    std::FILE* stream = fdopen(file.number(), core::stream_mode(mode).c_str());
+    if (stream != nullptr) file.release();
+    return stream;
+}
+
+int open_utf8(const std::string& name, int flags, int permission) { return core::open_path(name, flags, permission); }
+
+}  // namespace orvix
