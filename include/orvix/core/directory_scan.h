@@ -5,7 +5,7 @@
 #include <orvix/core/export.h>
 #include <orvix/core/path.h>
 
-#include <cstddef>
+#include <memory>
 #include <string_view>
 
 namespace orvix::core {
@@ -14,7 +14,7 @@ namespace orvix::core {
 /// do not inherit. Entries made or removed meanwhile may or may not show up. Belongs to one thread at a time.
 class ORVIX_CORE_API DirectoryScan {
 public:
-    DirectoryScan() = default;
+    DirectoryScan();
     ~DirectoryScan();
     DirectoryScan(const DirectoryScan&) = delete;
     DirectoryScan& operator=(const DirectoryScan&) = delete;
@@ -33,7 +33,8 @@ public:
     bool close();
 
 private:
-    void* handle_ = nullptr;
+    struct Walk;
+    std::unique_ptr<Walk> walk_;
 };
 
 }  // namespace orvix::core

@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 
 #include <cstdint>
+#include <string_view>
 
 #if !defined(_WIN32)
 /// The platform's status records under the names that callers know. Here one record serves both widths.
@@ -27,11 +28,16 @@ ORVIX_CORE_API int read_status(const Path& name, ::_stat64* status);
 #if defined(_WIN32)
 /// The same with a 32-bit size.
 ORVIX_CORE_API int read_status(const Path& name, ::_stat64i32* status);
+ORVIX_CORE_API int read_status_utf8(std::string_view name, ::_stat64i32* status);
 #endif
 
 /// Tells whether a name exists, links followed, without reading its status.
 /// @return 0, or -1 with `errno` set
 ORVIX_CORE_API int test_existence(const Path& name);
+
+/// The same two on the text of a name, for callers that test many.
+ORVIX_CORE_API int read_status_utf8(std::string_view name, ::_stat64* status);
+ORVIX_CORE_API int test_existence_utf8(std::string_view name);
 
 /// Kinds of file as the name itself has it, links not followed.
 enum class FileKind : std::int32_t { missing, regular, directory, link, other };

@@ -10,6 +10,14 @@
 
 namespace orvix::core {
 
+int read_status_utf8(std::string_view name, struct stat* status) {
+    return call_on_existing(name, [status](const char* host) { return stat(host, status); });
+}
+
+int test_existence_utf8(std::string_view name) {
+    return call_on_existing(name, [](const char* host) { return access(host, F_OK); });
+}
+
 int read_status(const Path& name, struct stat* status) {
     return call_on_existing(name, [status](const char* host) { return stat(host, status); });
 }

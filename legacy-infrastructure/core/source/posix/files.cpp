@@ -26,7 +26,7 @@ int access_utf8(const std::string& name, int mode) {
 
 std::uint64_t filesize_utf8(const std::string& name) {
     struct stat status;
-    return core::read_status(name, &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
+    return core::read_status_utf8(name, &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
 }
 
 int chmod_utf8(const std::string& name, int mode) {

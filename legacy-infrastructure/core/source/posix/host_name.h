@@ -2,6 +2,7 @@
 #pragma once
 
 #include "common/path_access.h"
+#include "posix/name_buffer.h"
 
 #include <orvix/core/path.h>
 
@@ -13,7 +14,7 @@ namespace orvix::core {
 
 // A name as the host's system calls take it.
 struct HostName {
-    std::string text;
+    NameBuffer text;
 
     // So many bytes at the front are the root of a drive, which is taken as it is spelled.
     std::size_t root_bytes = 0;
@@ -24,7 +25,7 @@ struct HostName {
 
 // Translates a name. False with errno ENOENT if it can stand for nothing on this host: the empty name, a network name,
 // a drive that stands for nothing, a name with a zero byte.
-bool translate(const Path& name, HostName* host);
+bool translate(const Name& name, HostName* host);
 
 // Whether the whole name is known to be missing, which saves a look.
 enum class Missing { maybe, surely };
@@ -50,21 +51,21 @@ int uninterrupted(Call call) {
 // Makes a system call, which gives -1 on failure, on an existing name: first as it is spelled, and where that is
 // missing under the spelling found in its directories.
 template <class Call>
-int call_on_existing(const Path& name, Call call) {
+int call_on_existing(const Name& name, Call call) {
     HostName host;
     if (!translate(name, &host)) return -1;
     const auto attempt = [&] { return uninterrupted([&] { return call(host.text.c_str()); }); };
     const int result = attempt();
-    if (result != -1 || errno != ENOENT || !PathAccess::ignores_case(name)) return result;
+    if (result != -1 || errno != ENOENT || !name.ignores_case()) return result;
     return find_spelling(&host, Missing::surely) ? attempt() : result;
 }
 
 // Makes a system call that creates the name. Nothing is created beside an entry that differs in letter case alone.
 template <class Call>
-int call_to_create(const Path& name, Missing missing, Call call) {
+int call_to_create(const Name& name, Missing missing, Call call) {
     HostName host;
     if (!translate(name, &host)) return -1;
-    if (PathAccess::ignores_case(name)) find_spelling(&host, missing);
+    if (name.ignores_case()) find_spelling(&host, missing);
     const int result = uninterrupted([&] { return call(host.text.c_str()); });
     if (result != -1 && host.directory_listed) note_created(host);
     return result;

@@ -16,12 +16,12 @@ namespace orvix {
 
 namespace core {
 
-int open_path(const Path& name, int flags, int permission) {
+int open_path(const Name& name, int flags, int permission) {
     const auto opening_with = [permission](int all_flags) {
         return [=](const char* host) { return ::open(host, all_flags | O_CLOEXEC, permission); };
     };
     if ((flags & O_CREAT) == 0) return call_on_existing(name, opening_with(flags));
-    if (!PathAccess::ignores_case(name) || (flags & O_EXCL) != 0) {
+    if (!name.ignores_case() || (flags & O_EXCL) != 0) {
         return call_to_create(name, Missing::maybe, opening_with(flags));
     }
     // An existing file is opened without a look at its directory; that is the usual case.

@@ -44,7 +44,7 @@ std::string Path::host() const {
     core::HostName host;
     if (!core::translate(*this, &host)) return "";
     if (spelling_ == Spelling::typed) core::find_spelling(&host, core::Missing::maybe);
-    return host.text;
+    return std::string(host.text.view());
 }
 
 bool Path::exists() const { return core::test_existence(*this) == 0; }

@@ -40,7 +40,7 @@ std::string long_name(const Path& name) {
     if (!translate(name, &typed)) return "";
     const std::string stored = name.host();
     const std::string text = name.native();
-    if (stored == typed.text) return text;
+    if (stored == typed.text.view()) return text;
 
     std::string spelled = text;
     std::size_t from = stored.size();

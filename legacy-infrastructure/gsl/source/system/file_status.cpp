@@ -1,18 +1,27 @@
-#include <orvix/core/path.h>
 #include <orvix/gsl/directory_scan.h>
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 
 namespace {
 
 constexpr bool is_letter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
-// A name as the status calls see it first: backslashes, no separator at the end but that of a root, and the root of a
-// drive for the drive alone, whose current directory is not what is asked for.
-std::string plain_spelling(const std::string& name) {
-    std::string text = name;
-    if (text.size() == 2 && is_letter(text[0]) && text[1] == ':') text += '\\';
+constexpr bool is_separator(char c) { return c == '\\' || c == '/'; }
+
+// A bare drive: its root is asked for, not its current directory.
+constexpr bool is_drive(std::string_view name) { return name.size() == 2 && is_letter(name[0]) && name[1] == ':'; }
+
+// True if the status calls would spell the name in another way first: with backslashes, without a separator at the end
+// unless it is that of a root, and a drive as its root.
+bool has_plainer_spelling(std::string_view name) {
+    return is_drive(name) || (!name.empty() && is_separator(name.back())) || name.find('/') != std::string_view::npos;
+}
+
+std::string plain_spelling(std::string_view name) {
+    std::string text(name);
+    if (is_drive(name)) text += '\\';
     std::replace(text.begin(), text.end(), '/', '\\');
     const bool drive_root = text.size() == 3 && text[1] == ':';
     if (text.size() >= 2 && text.back() == '\\' && !drive_root) text.pop_back();
@@ -20,14 +29,15 @@ std::string plain_spelling(const std::string& name) {
 }
 
 template <class Record>
-int look(const std::string& name, Record* record) {
-    return record != nullptr ? orvix::core::read_status(name, record) : orvix::core::test_existence(name);
+int look(std::string_view name, Record* record) {
+    return record != nullptr ? orvix::core::read_status_utf8(name, record) : orvix::core::test_existence_utf8(name);
 }
 
 template <class Record>
 int status_of(const char* name, Record* record) {
     if (name == nullptr) return -1;
-    const std::string given = name;
+    const std::string_view given = name;
+    if (!has_plainer_spelling(given)) return look(given, record);
     const std::string plain = plain_spelling(given);
     const int result = look(plain, record);
     // The plain spelling may have harmed a name that exists only as it was given.
