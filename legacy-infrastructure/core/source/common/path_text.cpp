@@ -33,8 +33,7 @@ public:
         if (position_ == text_.size()) return -1;
         const char c = text_[position_++];
         if (!is_separator(c)) return static_cast<unsigned char>(core::to_lower(c));
-        while (position_ < text_.size() && is_separator(text_[position_]))
-            ++position_;
+        while (position_ < text_.size() && is_separator(text_[position_])) ++position_;
         return '\\';
     }
 
@@ -59,10 +58,8 @@ std::string Path::native() const { return spelling_ == Spelling::host ? text_ : 
 Path Path::parent_path() const {
     const std::size_t root = root_length(text_);
     std::size_t end = text_.size();
-    while (end > root && !is_separator(text_[end - 1]))
-        --end;
-    while (end > root && is_separator(text_[end - 1]))
-        --end;
+    while (end > root && !is_separator(text_[end - 1])) --end;
+    while (end > root && is_separator(text_[end - 1])) --end;
     return Path(text_.substr(0, end), spelling_);
 }
 

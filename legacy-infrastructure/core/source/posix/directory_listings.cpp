@@ -33,8 +33,7 @@ struct CloseDirectory {
 // FNV-1a over the folded bytes.
 std::size_t folded_hash(std::string_view name) {
     std::uint64_t hash = 0xcbf29ce484222325U;
-    for (const char c : name)
-        hash = (hash ^ static_cast<unsigned char>(to_lower(c))) * 0x100000001b3U;
+    for (const char c : name) hash = (hash ^ static_cast<unsigned char>(to_lower(c))) * 0x100000001b3U;
     return hash;
 }
 
@@ -66,8 +65,7 @@ std::optional<std::string> DirectoryListings::Listing::find(std::string_view com
 
 std::list<DirectoryListings::Listing>::iterator DirectoryListings::of_directory(const Stamp& stamp) {
     auto listing = recent_.begin();
-    while (listing != recent_.end() && !listing->stamp.same_directory(stamp))
-        ++listing;
+    while (listing != recent_.end() && !listing->stamp.same_directory(stamp)) ++listing;
     return listing;
 }
 
@@ -90,8 +88,7 @@ bool DirectoryListings::read(const std::string& directory, Listing* listing) {
     const std::unique_ptr<DIR, CloseDirectory> stream(opendir(directory.c_str()));
     if (stream == nullptr) return false;
     ++walks_;
-    while (const struct dirent* entry = readdir(stream.get()))
-        listing->add(entry->d_name);
+    while (const struct dirent* entry = readdir(stream.get())) listing->add(entry->d_name);
     struct stat status;
     if (stat(directory.c_str(), &status) != 0 || Stamp(status) != listing->stamp) listing->settled = false;
     return true;

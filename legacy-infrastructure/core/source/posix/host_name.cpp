@@ -18,8 +18,7 @@ namespace {
 // zero byte, which no host takes.
 bool append_parts(NameBuffer* host, std::string_view name) {
     if (host->ends_with('/')) {
-        while (!name.empty() && is_separator(name[0]))
-            name.remove_prefix(1);
+        while (!name.empty() && is_separator(name[0])) name.remove_prefix(1);
     }
     const std::size_t before = host->size();
     char* const text = host->grow_to(before + name.size()) + before;
@@ -67,11 +66,9 @@ struct Split {
 
 Split split_last(std::string_view text, std::size_t root_bytes) {
     std::size_t end = text.size();
-    while (end > root_bytes && text[end - 1] == '/')
-        --end;
+    while (end > root_bytes && text[end - 1] == '/') --end;
     std::size_t begin = end;
-    while (begin > root_bytes && text[begin - 1] != '/')
-        --begin;
+    while (begin > root_bytes && text[begin - 1] != '/') --begin;
     return {begin, text.substr(begin, end - begin)};
 }
 

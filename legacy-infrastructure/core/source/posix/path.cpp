@@ -35,8 +35,7 @@ Path Path::from_fs_path(const std::filesystem::path& path) {
 
 std::wstring Path::wstring() const {
     std::wstring wide;
-    for (std::string_view rest = text_; !rest.empty();)
-        wide += static_cast<wchar_t>(core::take_character(&rest));
+    for (std::string_view rest = text_; !rest.empty();) wide += static_cast<wchar_t>(core::take_character(&rest));
     return wide;
 }
 

@@ -12,11 +12,9 @@ namespace {
 
 std::string_view last_part_of(std::string_view text) {
     std::size_t end = text.size();
-    while (end > 0 && is_separator(text[end - 1]))
-        --end;
+    while (end > 0 && is_separator(text[end - 1])) --end;
     std::size_t begin = end;
-    while (begin > 0 && !is_separator(text[begin - 1]))
-        --begin;
+    while (begin > 0 && !is_separator(text[begin - 1])) --begin;
     return text.substr(begin, end - begin);
 }
 
@@ -49,8 +47,7 @@ std::string long_name(const Path& name) {
         if (separator != (stored[from - 1] == '/')) break;
         if (!separator) spelled[to - 1] = stored[from - 1];
         // A run of separators in the name is one slash on the host.
-        while (separator && to > 1 && spelled[to - 2] == '\\')
-            --to;
+        while (separator && to > 1 && spelled[to - 2] == '\\') --to;
         if (from <= typed.root_bytes) break;
     }
     return spelled;

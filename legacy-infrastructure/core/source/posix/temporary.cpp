@@ -30,8 +30,7 @@ bool is_usable_directory(const std::string& host) {
 std::string temporary_directory() {
     const char* variable = std::getenv("TMPDIR");
     std::string directory = variable != nullptr && variable[0] == '/' ? variable : "";
-    while (directory.ends_with('/'))
-        directory.pop_back();
+    while (directory.ends_with('/')) directory.pop_back();
     return !directory.empty() && is_usable_directory(directory) ? directory : "/tmp";
 }
 
@@ -41,8 +40,7 @@ std::string random_letters() {
     std::array<unsigned char, 12> bytes{};
     if (getentropy(bytes.data(), bytes.size()) != 0) return "";
     std::string letters;
-    for (const unsigned char byte : bytes)
-        letters += alphabet[byte % alphabet.size()];
+    for (const unsigned char byte : bytes) letters += alphabet[byte % alphabet.size()];
     return letters;
 }
 
@@ -56,8 +54,7 @@ Place place_of(const std::string& prefix) {
     const std::size_t separator = prefix.find_last_of("\\/");
     if (separator == std::string::npos) return {temporary_directory(), prefix};
     std::string directory = Path(prefix.substr(0, separator + 1)).host();
-    while (directory.size() > 1 && directory.ends_with('/'))
-        directory.pop_back();
+    while (directory.size() > 1 && directory.ends_with('/')) directory.pop_back();
     return {std::move(directory), prefix.substr(separator + 1)};
 }
 
@@ -98,8 +95,7 @@ namespace core {
 
 std::string temporary_name(const char* directory, const char* prefix) {
     std::string host = directory != nullptr ? Path(directory).host() : "";
-    while (host.size() > 1 && host.ends_with('/'))
-        host.pop_back();
+    while (host.size() > 1 && host.ends_with('/')) host.pop_back();
     if (host.empty() || !is_usable_directory(host)) host = temporary_directory();
     for (int attempt = 0; attempt < attempts; ++attempt) {
         const std::string letters = random_letters();

@@ -1,0 +1,83 @@
+// The remembered listings behind the search for other letter case.
+
+#include "posix/directory_listings.h"
+#include "support/temporary_directory.h"
+
+#include <orvix/core/path.h>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <thread>
+
+using orvix::Path;
+using orvix::core::listings;
+using orvix::test::TemporaryDirectory;
+
+namespace {
+
+// Longer than the times of files take to settle.
+void let_settle() { std::this_thread::sleep_for(std::chrono::milliseconds(40)); }
+
+void make(const std::string& name) {
+    std::FILE* stream = Path(name).fopen("w");
+    ASSERT_NE(stream, nullptr);
+    std::fclose(stream);
+}
+
+}  // namespace
+
+TEST(DirectoryListings, AnExistingNameCostsNoListing) {
+    const TemporaryDirectory site(TemporaryDirectory::Enter::yes);
+    site.write("there", "");
+    const std::size_t before = listings().walks();
+    EXPECT_TRUE(Path("there").exists());
+    EXPECT_EQ(listings().walks(), before);
+}
+
+TEST(DirectoryListings, MissingNamesCostOneListingTogether) {
+    const TemporaryDirectory site(TemporaryDirectory::Enter::yes);
+    site.write("there", "");
+    let_settle();
+    const std::size_t before = listings().walks();
+    for (int i = 0; i < 1000; ++i) EXPECT_FALSE(Path("missing" + std::to_string(i)).exists());
+    EXPECT_EQ(listings().walks(), before + 1);
+}
+
+TEST(DirectoryListings, MakingManyFilesDoesNotListTheirDirectoryForEach) {
+    const TemporaryDirectory site(TemporaryDirectory::Enter::yes);
+    let_settle();
+    const std::size_t before = listings().walks();
+    for (int i = 0; i < 2000; ++i) make("f" + std::to_string(i));
+    EXPECT_LE(listings().walks(), before + 3);
+}
+
+TEST(DirectoryListings, WhatThisLibraryMadeIsFoundUnderOtherLetterCaseAtOnce) {
+    const TemporaryDirectory site(TemporaryDirectory::Enter::yes);
+    EXPECT_FALSE(Path("new").exists());
+    make("New");
+    EXPECT_TRUE(Path("nEW").exists());
+    make("NEW2");
+    EXPECT_TRUE(Path("new2").exists());
+}
+
+TEST(DirectoryListings, ADirectoryInPlaceOfAnotherIsListedAnew) {
+    const TemporaryDirectory site(TemporaryDirectory::Enter::yes);
+    site.write("d/One", "");
+    let_settle();
+    EXPECT_TRUE(Path("d/one").exists());
+    std::filesystem::remove_all(site.path() / "d");
+    site.write("d/Two", "");
+    EXPECT_FALSE(Path("d/one").exists());
+    EXPECT_TRUE(Path("d/two").exists());
+}
+
+TEST(DirectoryListings, ManyDirectoriesAreHeldInBoundedNumber) {
+    const TemporaryDirectory site(TemporaryDirectory::Enter::yes);
+    for (int i = 0; i < 100; ++i) site.write("d" + std::to_string(i) + "/Name", "");
+    for (int round = 0; round < 3; ++round) {
+        for (int i = 0; i < 100; ++i) EXPECT_TRUE(Path("d" + std::to_string(i) + "/name").exists());
+    }
+}

@@ -1,0 +1,313 @@
+// How names of the library's form reach the host: drives, rooted and relative names, network names, letter case.
+
+#include "support/temporary_directory.h"
+
+#include <orvix/core/directory_saver.h>
+#include <orvix/core/file_status.h>
+#include <orvix/core/files.h>
+#include <orvix/core/path.h>
+#include <orvix/core/stored_names.h>
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <string>
+
+namespace fs = std::filesystem;
+using orvix::Path;
+using orvix::test::ScopedVariable;
+using orvix::test::TemporaryDirectory;
+
+namespace {
+
+class FileNames : public testing::Test {
+protected:
+    TemporaryDirectory site{TemporaryDirectory::Enter::yes};
+    std::string host(const std::string& relative) const { return (site.path() / relative).string(); }
+};
+
+std::string write_through(const Path& path, const char* text) {
+    std::FILE* stream = path.fopen("w");
+    if (stream == nullptr) return "not opened";
+    std::fputs(text, stream);
+    std::fclose(stream);
+    return "";
+}
+
+}  // namespace
+
+TEST_F(FileNames, DriveCIsTheRootOfTheHost) { EXPECT_EQ(Path("C:\\").host(), "/"); }
+
+TEST_F(FileNames, SeparatorsOfBothKindsDoAndRunsCountAsOne) {
+    EXPECT_EQ(Path("C:\\srv//site\\\\x/").host(), "/srv/site/x/");
+    EXPECT_EQ(Path("a\\\\b//c").host(), "a/b/c");
+}
+
+TEST_F(FileNames, ADriveStandsForTheDirectoryThatItsVariableHolds) {
+    site.write("mnt/parts/r1.lib", "x");
+    const ScopedVariable drive("ORVIX_DRIVE_D", host("mnt").c_str());
+    EXPECT_EQ(Path("D:\\parts\\r1.lib").host(), host("mnt/parts/r1.lib"));
+    EXPECT_TRUE(Path("d:/parts/r1.lib").is_regular_file());
+    EXPECT_TRUE(Path("D:\\").is_directory());
+}
+
+TEST_F(FileNames, TheVariableOfCReplacesTheRoot) {
+    site.write("c/x", "x");
+    const ScopedVariable drive("ORVIX_DRIVE_C", host("c").c_str());
+    EXPECT_TRUE(Path("C:\\x").exists());
+    EXPECT_EQ(Path("C:\\x").host(), host("c/x"));
+}
+
+TEST_F(FileNames, ALetterWithoutAMappingNamesNothing) {
+    const ScopedVariable drive("ORVIX_DRIVE_Q", nullptr);
+    errno = 0;
+    EXPECT_FALSE(Path("Q:\\").exists());
+    EXPECT_EQ(errno, ENOENT);
+    EXPECT_EQ(Path("q:x").host(), "");
+    EXPECT_EQ(orvix::open_utf8("Q:\\x", 0, 0), -1);
+    EXPECT_EQ(orvix::chdir_utf8("Q:"), -1);
+    EXPECT_FALSE(Path("Q:\\a").create_directory());
+}
+
+TEST_F(FileNames, AMappingThatIsNoAbsoluteDirectoryNamesNothing) {
+    for (const char* value : {"", "relative/dir", "D:\\x"}) {
+        const ScopedVariable drive("ORVIX_DRIVE_D", value);
+        EXPECT_EQ(Path("D:\\x").host(), "");
+    }
+}
+
+TEST_F(FileNames, NetworkNamesNameNothing) {
+    for (const char* name : {"\\\\server\\share", "//tmp", "\\/tmp"}) {
+        errno = 0;
+        EXPECT_FALSE(Path(name).exists()) << name;
+        EXPECT_EQ(errno, ENOENT);
+    }
+}
+
+TEST_F(FileNames, TheEmptyNameAndAZeroByteNameNothing) {
+    errno = 0;
+    EXPECT_FALSE(Path("").exists());
+    EXPECT_EQ(errno, ENOENT);
+    site.write("a", "x");
+    EXPECT_FALSE(Path(std::string("a\0b", 3)).exists());
+}
+
+TEST_F(FileNames, ARootedNameLiesOnTheCurrentDrive) {
+    site.write("mnt/deep/x", "");
+    site.write("mnt/top", "");
+    const ScopedVariable drive("ORVIX_DRIVE_D", host("mnt").c_str());
+    EXPECT_EQ(Path("\\top").host(), "/top");  // outside the mapped directory C: is the current drive
+    ASSERT_EQ(orvix::chdir_utf8("D:\\deep"), 0);
+    EXPECT_EQ(Path("\\top").host(), host("mnt/top"));
+    EXPECT_EQ(orvix::core::current_drive(), 'D');
+}
+
+TEST_F(FileNames, TheCurrentDriveIsTheOneWithTheLongestRoot) {
+    fs::create_directories(site.path() / "a/b/c");
+    const ScopedVariable outer("ORVIX_DRIVE_E", host("a").c_str());
+    const ScopedVariable inner("ORVIX_DRIVE_F", host("a/b").c_str());
+    ASSERT_EQ(orvix::chdir_utf8("E:\\b\\c"), 0);
+    EXPECT_EQ(orvix::core::current_drive(), 'F');
+    EXPECT_EQ(orvix::getcwd_utf8(), "F:\\c");
+    EXPECT_EQ(Path::current_path().native(), "F:\\c");
+}
+
+TEST_F(FileNames, ADriveWhoseRootIsALinkHoldsTheCurrentDirectory) {
+    fs::create_directories(site.path() / "real/x");
+    fs::create_directory_symlink(site.path() / "real", site.path() / "link");
+    const ScopedVariable drive("ORVIX_DRIVE_D", host("link").c_str());
+    ASSERT_EQ(orvix::chdir_utf8("D:\\x"), 0);
+    EXPECT_EQ(orvix::getcwd_utf8(), "D:\\x");
+}
+
+TEST_F(FileNames, ARootOnlyHoldsWholeComponents) {
+    fs::create_directories(site.path() / "mnt2");
+    const ScopedVariable drive("ORVIX_DRIVE_D", host("mnt").c_str());
+    fs::current_path(site.path() / "mnt2");
+    EXPECT_EQ(orvix::core::current_drive(), 'C');
+}
+
+TEST_F(FileNames, WithNoDriveOverTheCurrentDirectoryRelativeNamesStillWork) {
+    fs::create_directory(site.path() / "c");
+    site.write("x", "");
+    const ScopedVariable drive("ORVIX_DRIVE_C", host("c").c_str());
+    EXPECT_EQ(orvix::core::current_drive(), '\0');
+    EXPECT_EQ(orvix::getcwd_utf8(), "");
+    EXPECT_FALSE(Path("\\x").exists());
+    EXPECT_TRUE(Path("x").exists());
+}
+
+TEST_F(FileNames, ADriveRelativeNameIsTakenFromTheCurrentDirectoryOnTheCurrentDrive) {
+    site.write("x", "");
+    EXPECT_TRUE(Path("c:x").exists());
+    EXPECT_EQ(Path("c:x").host(), "x");
+    EXPECT_EQ(Path("c:").host(), ".");
+}
+
+TEST_F(FileNames, ADriveRelativeNameIsTakenFromTheRootOfAnotherDrive) {
+    site.write("mnt/x", "");
+    const ScopedVariable drive("ORVIX_DRIVE_D", host("mnt").c_str());
+    EXPECT_EQ(Path("d:x").host(), host("mnt/x"));
+    EXPECT_EQ(Path("d:").host(), host("mnt") + "/");
+}
+
+TEST_F(FileNames, TheCurrentDirectoryIsToldInTheLibrarysForm) {
+    EXPECT_EQ(orvix::getcwd_utf8(), site.name());
+    EXPECT_EQ(Path::current_path().string(), site.name());
+}
+
+TEST_F(FileNames, CompletePathIsAbsoluteAgainstTheCurrentDirectory) {
+    EXPECT_EQ(Path("a/b").complete_path().native(), site.name() + "\\a\\b");
+    EXPECT_EQ(Path("c:a").complete_path().native(), site.name() + "\\a");
+    EXPECT_EQ(Path("").complete_path().native(), site.name());
+    EXPECT_EQ(Path("/tmp/x").complete_path().native(), "C:\\tmp\\x");
+    EXPECT_EQ(Path("D:/x").complete_path().native(), "D:\\x");
+    EXPECT_EQ(Path("d:x").complete_path().native(), "d:\\x");
+    EXPECT_EQ(Path("\\\\srv\\x").complete_path().native(), "\\\\srv\\x");
+    EXPECT_EQ(Path("..\\x").complete_path().native(), site.name() + "\\..\\x");
+}
+
+TEST_F(FileNames, FromFsPathFindsTheDriveOfAnAbsoluteHostName) {
+    EXPECT_EQ(Path::from_fs_path("/srv/site").string(), "C:\\srv\\site");
+    EXPECT_EQ(Path::from_fs_path("a/b").string(), "a\\b");
+    const ScopedVariable drive("ORVIX_DRIVE_D", "/srv");
+    EXPECT_EQ(Path::from_fs_path("/srv/site").string(), "D:\\site");
+    EXPECT_EQ(Path::from_fs_path("/srv").string(), "D:\\");
+}
+
+TEST_F(FileNames, APathThatNoDriveHoldsStillWorksThroughFromFsPath) {
+    const ScopedVariable drive("ORVIX_DRIVE_C", host("elsewhere").c_str());
+    site.write("x", "");
+    EXPECT_TRUE(Path::from_fs_path(site.path() / "x").exists());
+}
+
+// Letter case.
+
+TEST_F(FileNames, ANameIsFoundUnderOtherLetterCase) {
+    site.write("Lib/Parts/R1.Lib", "x");
+    EXPECT_TRUE(Path(site.name("lib\\parts\\r1.lib")).is_regular_file());
+    EXPECT_TRUE(Path("LIB\\PARTS").is_directory());
+    EXPECT_EQ(Path("lib/parts/r1.LIB").host(), "Lib/Parts/R1.Lib");
+    EXPECT_EQ(orvix::filesize_utf8("lib\\parts\\r1.lib"), 1U);
+}
+
+TEST_F(FileNames, TheExactSpellingWinsOverOthers) {
+    site.write("a", "lower");
+    site.write("A", "upper!");
+    EXPECT_EQ(orvix::filesize_utf8("a"), 5U);
+    EXPECT_EQ(orvix::filesize_utf8("A"), 6U);
+}
+
+TEST_F(FileNames, WithSeveralMatchesTheNameStandsAsTyped) {
+    site.write("Ab", "");
+    site.write("aB", "");
+    EXPECT_FALSE(Path("ab").exists());
+    EXPECT_EQ(Path("ab").host(), "ab");
+    EXPECT_EQ(write_through("ab", "new"), "");
+    EXPECT_EQ(site.read("ab"), "new");
+    EXPECT_EQ(site.read("Ab"), "");
+}
+
+TEST_F(FileNames, AnAmbiguousDirectoryLeavesAllBehindItAsTyped) {
+    site.write("Dir/X", "");
+    site.write("dIR/X", "");
+    EXPECT_EQ(Path("dir/x").host(), "dir/x");
+}
+
+TEST_F(FileNames, OnlyAsciiLettersMatchIgnoringCase) {
+    site.write("\xc3\x84", "");
+    EXPECT_FALSE(Path("\xc3\xa4").exists());
+}
+
+TEST_F(FileNames, WritingReplacesTheFileThatDiffersInLetterCaseAlone) {
+    site.write("Setup.cfg", "old");
+    EXPECT_EQ(write_through("SETUP.CFG", "new"), "");
+    EXPECT_EQ(site.read("Setup.cfg"), "new");
+    EXPECT_FALSE(fs::exists(site.path() / "SETUP.CFG"));
+}
+
+TEST_F(FileNames, ANewFileGoesIntoTheDirectoryThatMatches) {
+    fs::create_directory(site.path() / "Out");
+    EXPECT_EQ(write_through("OUT\\new.txt", "x"), "");
+    EXPECT_EQ(site.read("Out/new.txt"), "x");
+}
+
+TEST_F(FileNames, NoDirectoryIsMadeBesideOneThatDiffersInLetterCaseAlone) {
+    fs::create_directory(site.path() / "Out");
+    EXPECT_FALSE(Path("out").create_directory());
+    EXPECT_FALSE(fs::exists(site.path() / "out"));
+}
+
+TEST_F(FileNames, ExclusiveCreationMeetsTheFileThatDiffersInLetterCaseAlone) {
+    site.write("A.txt", "");
+    errno = 0;
+    EXPECT_EQ(Path("a.TXT").fopen("wx"), nullptr);
+    EXPECT_EQ(errno, EEXIST);
+}
+
+TEST_F(FileNames, AFileMadeByAnotherProgramIsSeenAtOnce) {
+    EXPECT_FALSE(Path("late.txt").exists());
+    site.write("LATE.txt", "");
+    EXPECT_TRUE(Path("late.txt").exists());
+    fs::remove(site.path() / "LATE.txt");
+    EXPECT_FALSE(Path("late.txt").exists());
+    site.write("Late.TXT", "");
+    EXPECT_TRUE(Path("late.txt").exists());
+}
+
+TEST_F(FileNames, ExactPathsNeverIgnoreLetterCase) {
+    site.write("A", "");
+    EXPECT_FALSE(Path::exact("a").exists());
+    EXPECT_TRUE(Path::exact("A").exists());
+    EXPECT_FALSE(Path::exact(site.name()).append("a").exists());
+    EXPECT_TRUE(Path::exact("a").create_directory());
+    EXPECT_TRUE(fs::is_directory(site.path() / "a"));
+}
+
+TEST_F(FileNames, DeletingFindsTheOneMatch) {
+    site.write("Old.txt", "");
+    EXPECT_TRUE(Path("old.TXT").delete_file_or_directory());
+    EXPECT_FALSE(fs::exists(site.path() / "Old.txt"));
+}
+
+TEST_F(FileNames, TheStoredSpellingIsTold) {
+    site.write("Lib/R1.Lib", "");
+    std::string part = "untouched";
+    EXPECT_TRUE(orvix::core::stored_last_part("LIB\\r1.lib", &part));
+    EXPECT_EQ(part, "R1.Lib");
+    EXPECT_FALSE(orvix::core::stored_last_part("lib\\missing", &part));
+    EXPECT_EQ(part, "R1.Lib");
+    EXPECT_EQ(orvix::core::long_name(site.name("lib\\r1.LIB")), site.name("Lib\\R1.Lib"));
+    EXPECT_EQ(orvix::core::long_name("lib\\\\r1.lib"), "Lib\\\\R1.Lib");
+    EXPECT_EQ(orvix::core::long_name("missing"), "");
+    EXPECT_EQ(orvix::core::short_name("lib/r1.lib"), "lib\\r1.lib");
+    EXPECT_EQ(orvix::core::short_name("missing"), "");
+}
+
+TEST_F(FileNames, ADanglingLinkIsAName) {
+    fs::create_symlink("nowhere", site.path() / "link");
+    EXPECT_FALSE(Path("link").exists());
+    EXPECT_EQ(orvix::core::kind_of_name("link"), orvix::core::FileKind::link);
+    EXPECT_TRUE(orvix::core::is_symbolic_link("link"));
+    EXPECT_FALSE(orvix::core::is_symbolic_link("missing"));
+    EXPECT_TRUE(Path("link").delete_file_or_directory());
+}
+
+TEST_F(FileNames, DeletingALinkToADirectoryLeavesTheDirectory) {
+    site.write("dir/x", "kept");
+    fs::create_directory_symlink("dir", site.path() / "link");
+    EXPECT_TRUE(Path("link").delete_file_or_directory());
+    EXPECT_EQ(site.read("dir/x"), "kept");
+}
+
+TEST_F(FileNames, ASymbolicLinkThatCannotBeReadThrows) {
+    const std::string too_long(5000, 'x');
+    try {
+        orvix::core::is_symbolic_link(too_long);
+        FAIL() << "no exception";
+    } catch (const fs::filesystem_error& error) {
+        EXPECT_NE(std::string(error.what()).find("symlink_status"), std::string::npos);
+        EXPECT_EQ(error.code().value(), ENAMETOOLONG);
+    }
+}
