@@ -51,8 +51,7 @@ void names_ours(benchmark::State& state) {
     for (auto _ : state) {
         std::size_t bytes = 0;
         orvix::gsl::_dirdesc* scan = orvix::gsl::opendir(name.c_str());
-        while (const orvix::gsl::dirent* entry = orvix::gsl::readdir(scan))
-            bytes += entry->d_namlen;
+        while (const orvix::gsl::dirent* entry = orvix::gsl::readdir(scan)) bytes += entry->d_namlen;
         orvix::gsl::closedir(scan);
         benchmark::DoNotOptimize(bytes);
     }
@@ -93,8 +92,7 @@ BENCHMARK(sizes_ours)->Name("scan/names_and_sizes/ours");
 void sizes_peer(benchmark::State& state) {
     for (auto _ : state) {
         std::uintmax_t bytes = 0;
-        for (const auto& entry : fs::directory_iterator(sample().host()))
-            bytes += entry.file_size();
+        for (const auto& entry : fs::directory_iterator(sample().host())) bytes += entry.file_size();
         benchmark::DoNotOptimize(bytes);
     }
 }

@@ -56,7 +56,8 @@ private:
             run.run_name.function_name + (run.run_name.args.empty() ? "" : "/" + run.run_name.args);
         const std::size_t slash = name.rfind('/');
         if (slash != std::string::npos)
-            cases_[name.substr(0, slash)][name.substr(slash + 1)] = run.cpu_accumulated_time;
+            cases_[name.substr(0, slash)][name.substr(slash + 1)] =
+                run.run_name.time_type.empty() ? run.cpu_accumulated_time : run.real_accumulated_time;
     }
 
     static void print(const std::string& name, const std::string& peer, double ratio) {
@@ -93,11 +94,9 @@ int main(int argc, char** argv) {
     std::vector<std::string> options{argv[0], "--benchmark_repetitions=9",
                                      "--benchmark_enable_random_interleaving=true", "--benchmark_min_time=0.02",
                                      "--benchmark_report_aggregates_only=true"};
-    for (int i = 1; i < argc; ++i)
-        options.emplace_back(argv[i]);
+    for (int i = 1; i < argc; ++i) options.emplace_back(argv[i]);
     std::vector<char*> words;
-    for (std::string& option : options)
-        words.push_back(option.data());
+    for (std::string& option : options) words.push_back(option.data());
     int count = static_cast<int>(words.size());
     benchmark::Initialize(&count, words.data());
     if (benchmark::ReportUnrecognizedArguments(count, words.data())) return 2;

@@ -52,7 +52,9 @@ function(orvix_library name building)
   target_link_libraries(${name} PRIVATE "$<BUILD_INTERFACE:orvix_build>")
   if(NOT WIN32)
     # Relative relocations packed (RELR) and symbols bound inside the library keep loading cheap.
-    target_link_options(${name} PRIVATE -Wl,-Bsymbolic-functions -Wl,-z,now -Wl,--as-needed)
+    target_link_options(${name} PRIVATE -Wl,-Bsymbolic-functions -Wl,-z,now -Wl,--as-needed
+      "-Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map")
+    set_property(TARGET ${name} APPEND PROPERTY LINK_DEPENDS "${PROJECT_SOURCE_DIR}/cmake/exports.map")
     if(NOT ORVIX_SANITIZE)
       target_link_options(${name} PRIVATE -Wl,--no-undefined -Wl,-z,pack-relative-relocs)
     endif()

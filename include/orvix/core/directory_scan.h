@@ -10,7 +10,7 @@
 
 namespace orvix::core {
 
-/// One walk over a directory, in the system's order, `.` and `..` included. Holds one descriptor, which child processes
+/// One walk over a directory, in the system's order, "." and ".." included. Holds one descriptor, which child processes
 /// do not inherit. Entries made or removed meanwhile may or may not show up. Belongs to one thread at a time.
 class ORVIX_CORE_API DirectoryScan {
 public:

@@ -11,8 +11,9 @@
 #include <string_view>
 
 #if !defined(_WIN32)
-/// The platform's status records under the names that callers know. Here one record serves both widths.
+/// The platform's status record under the name that callers of 32-bit sizes know. Here one record serves both widths.
 using _stat64i32 = struct stat;
+/// The same under the name that callers of 64-bit sizes know.
 using _stat64 = struct stat;
 #endif
 
@@ -35,8 +36,10 @@ ORVIX_CORE_API int read_status_utf8(std::string_view name, ::_stat64i32* status)
 /// @return 0, or -1 with `errno` set
 ORVIX_CORE_API int test_existence(const Path& name);
 
-/// The same two on the text of a name, for callers that test many.
+/// The same as `read_status` on the text of a name, for callers that ask for many.
 ORVIX_CORE_API int read_status_utf8(std::string_view name, ::_stat64* status);
+
+/// The same as `test_existence` on the text of a name, for callers that test many.
 ORVIX_CORE_API int test_existence_utf8(std::string_view name);
 
 /// Kinds of file as the name itself has it, links not followed.

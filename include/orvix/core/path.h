@@ -37,13 +37,17 @@ public:
 
     /// A path from UTF-8 text as a user typed it. Null counts as the empty text.
     Path(const char* text);
+    /// A path from UTF-8 text as a user typed it.
     Path(const std::string& text);
 
+    /// Copies and moves as any value does.
+    /// @{
     Path(const Path&) = default;
     Path(Path&&) noexcept = default;
     Path& operator=(const Path&) = default;
     Path& operator=(Path&&) noexcept = default;
     ~Path() = default;
+    /// @}
 
     /// A path whose spelling came from a directory scan: it means that entry and no other, so letter case is never
     /// ignored. What is appended to it is as exact.

@@ -9,5 +9,6 @@
 #define ORVIX_GSL_API __declspec(dllimport)
 #endif
 #else
+/// Marks a declaration as exported from the library, and as imported by everybody else.
 #define ORVIX_GSL_API __attribute__((visibility("default")))
 #endif
