@@ -29,8 +29,7 @@ int main(int argc, char** argv) {
         const std::string argument = argv[i];
         if (argument.starts_with("-")) continue;
         if (std::filesystem::is_directory(argument)) {
-            for (const auto& entry : std::filesystem::directory_iterator(argument))
-                feed(entry.path());
+            for (const auto& entry : std::filesystem::directory_iterator(argument)) feed(entry.path());
         } else {
             feed(argument);
         }

@@ -37,10 +37,9 @@ std::string long_name(const Path& name) {
     HostName typed;
     if (!translate(name, &typed)) return "";
     const std::string stored = name.host();
-    const std::string text = name.native();
-    if (stored == typed.text.view()) return text;
+    std::string spelled = name.native();
+    if (stored == typed.text.view()) return spelled;
 
-    std::string spelled = text;
     std::size_t from = stored.size();
     for (std::size_t to = spelled.size(); to > 0 && from > 0; --to, --from) {
         const bool separator = spelled[to - 1] == '\\';
