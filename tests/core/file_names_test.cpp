@@ -145,6 +145,17 @@ TEST_F(FileNames, ADriveRelativeNameIsTakenFromTheCurrentDirectoryOnTheCurrentDr
     EXPECT_EQ(Path("c:").host(), ".");
 }
 
+TEST_F(FileNames, ADirectoryWithABackslashInItsHostNameCannotBeTold) {
+    fs::create_directory(site.path() / "a\\b");
+    fs::current_path(site.path() / "a\\b");
+    EXPECT_EQ(orvix::getcwd_utf8(), "");
+}
+
+TEST_F(FileNames, NamesBelowTheCurrentDirectoryIgnoreLetterCase) {
+    site.write("File", "");
+    EXPECT_TRUE(Path::current_path().append("FILE").exists());
+}
+
 TEST_F(FileNames, ADriveRelativeNameIsTakenFromTheRootOfAnotherDrive) {
     site.write("mnt/x", "");
     const ScopedVariable drive("ORVIX_DRIVE_D", host("mnt").c_str());

@@ -51,7 +51,7 @@ Path::Path(const std::string& text) : text_(text) {}
 
 Path Path::exact(const std::string& text) { return Path(text, Spelling::exact); }
 
-Path Path::current_path() { return exact(getcwd_utf8()); }
+Path Path::current_path() { return Path(getcwd_utf8()); }
 
 std::string Path::native() const { return spelling_ == Spelling::host ? text_ : core::with_backslashes(text_); }
 

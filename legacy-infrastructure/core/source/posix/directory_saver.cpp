@@ -23,6 +23,9 @@ DirectorySaver::~DirectorySaver() {
     errno = saved;
 }
 
-bool DirectorySaver::change_dir(const Path& directory) { return chdir_utf8(directory) == 0; }
+bool DirectorySaver::change_dir(const Path& directory) {
+    // Without a way back there is no way in.
+    return remembered_->directory.valid() && chdir_utf8(directory) == 0;
+}
 
 }  // namespace orvix

@@ -80,8 +80,10 @@ std::optional<Drive> current_drive_and_root() {
 }
 
 std::optional<std::string> library_name(std::string_view host) {
+    // A name with a backslash in it would read as another name.
+    if (host.empty() || host.find('\\') != std::string_view::npos) return std::nullopt;
     const std::optional<Drive> drive = drive_holding(host);
-    if (!drive || host.empty()) return std::nullopt;
+    if (!drive) return std::nullopt;
     const std::string_view rest = host.substr(drive->root.size());
     std::string name{drive->letter, ':'};
     name += rest.empty() ? "\\" : with_backslashes(rest);

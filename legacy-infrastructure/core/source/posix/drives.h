@@ -21,7 +21,7 @@ std::optional<Drive> drive_of(char letter);
 std::optional<Drive> current_drive_and_root();
 
 // The library's form of an absolute host name: the drive with the longest root that holds it, and backslashes. None if
-// no drive holds it.
+// no drive holds it, or if a backslash stands in it.
 std::optional<std::string> library_name(std::string_view host);
 
 // The current directory as the host spells it; empty if it cannot be told.

@@ -62,13 +62,17 @@ int call_on_existing(const Name& name, Call call) {
 
 // Makes a system call that creates the name. Nothing is created beside an entry that differs in letter case alone.
 template <class Call>
-int call_to_create(const Name& name, Missing missing, Call call) {
-    HostName host;
-    if (!translate(name, &host)) return -1;
-    if (name.ignores_case()) find_spelling(&host, missing);
-    const int result = uninterrupted([&] { return call(host.text.c_str()); });
-    if (result != -1 && host.directory_listed) note_created(host);
+int call_to_create(HostName* host, bool ignores_case, Missing missing, Call call) {
+    if (ignores_case) find_spelling(host, missing);
+    const int result = uninterrupted([&] { return call(host->text.c_str()); });
+    if (result != -1 && host->directory_listed) note_created(*host);
     return result;
+}
+
+template <class Call>
+int call_to_create(const Name& name, Call call) {
+    HostName host;
+    return translate(name, &host) ? call_to_create(&host, name.ignores_case(), Missing::maybe, call) : -1;
 }
 
 }  // namespace orvix::core

@@ -21,13 +21,14 @@ int open_path(const Name& name, int flags, int permission) {
         return [=](const char* host) { return ::open(host, all_flags | O_CLOEXEC, permission); };
     };
     if ((flags & O_CREAT) == 0) return call_on_existing(name, opening_with(flags));
-    if (!name.ignores_case() || (flags & O_EXCL) != 0) {
-        return call_to_create(name, Missing::maybe, opening_with(flags));
-    }
+    if (!name.ignores_case() || (flags & O_EXCL) != 0) return call_to_create(name, opening_with(flags));
+
     // An existing file is opened without a look at its directory; that is the usual case.
-    const int existing = call_on_existing(name, opening_with(flags & ~O_CREAT));
+    HostName host;
+    if (!translate(name, &host)) return -1;
+    const int existing = uninterrupted([&] { return opening_with(flags & ~O_CREAT)(host.text.c_str()); });
     if (existing != -1 || errno != ENOENT) return existing;
-    return call_to_create(name, Missing::surely, opening_with(flags));
+    return call_to_create(&host, true, Missing::surely, opening_with(flags));
 }
 
 namespace {

@@ -54,7 +54,7 @@ bool Path::is_regular_file() const { return type_of(*this) == S_IFREG; }
 
 bool Path::create_directory() const {
     const auto make = [](const char* host) { return mkdir(host, everybody); };
-    return core::call_to_create(*this, core::Missing::maybe, make) == 0;
+    return core::call_to_create(*this, make) == 0;
 }
 
 bool Path::create_directories() const {
