@@ -107,7 +107,8 @@ ORVIX_GSL_API void gerror_set_all_errors(GuiError error, int system_error);
 ORVIX_GSL_API const char* gerror_get_error_message(void);
 
 /// @return the system's text of its error number, good until the next such call; "system errno out of range" for 0,
-///         for negative numbers and for those that the system does not know. The caller may not write to it.
+///         for negative numbers and for those above 4095, beyond which no system numbers its errors. The caller may
+///         not write to it.
 ORVIX_GSL_API char* gerror_get_system_error_message(void);
 
 /// Prints the text of `gerror_get_error_message` and a line end to the standard error stream.
