@@ -12,6 +12,7 @@
 #include <orvix/core/processes.h>
 #include <orvix/core/registry.h>
 #include <orvix/core/stored_names.h>
+#include <orvix/core/streams.h>
 #include <orvix/core/temporary_file.h>
 #include <orvix/core/temporary_names.h>
 #include <orvix/core/text.h>
