@@ -7,3 +7,4 @@
 #include <orvix/gsl/getenv.h>
 #include <orvix/gsl/pending_error.h>
 #include <orvix/gsl/status.h>
+#include <orvix/gsl/streams.h>
