@@ -298,8 +298,7 @@ TEST_F(PendingError, SurvivesThreadsThatSetAndReadAtOnce) {
             }
         });
     }
-    for (std::thread& thread : threads)
-        thread.join();
+    for (std::thread& thread : threads) thread.join();
     EXPECT_THAT(whole, testing::Each(true));
 }
 

@@ -40,8 +40,7 @@ private:
     std::optional<std::string> take(std::size_t most) {
         if (position_ == bytes_.size()) return std::nullopt;
         std::string chunk;
-        while (chunk.size() < most && position_ < bytes_.size() && !chunk.ends_with('\n'))
-            chunk += bytes_[position_++];
+        while (chunk.size() < most && position_ < bytes_.size() && !chunk.ends_with('\n')) chunk += bytes_[position_++];
         return chunk;
     }
 

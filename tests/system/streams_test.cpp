@@ -38,8 +38,7 @@ Stream stream_of(const std::string& bytes) {
 
 std::string rest_of(std::FILE* stream) {
     std::string rest;
-    for (int byte; (byte = std::fgetc(stream)) != EOF;)
-        rest += static_cast<char>(byte);
+    for (int byte; (byte = std::fgetc(stream)) != EOF;) rest += static_cast<char>(byte);
     return rest;
 }
 
@@ -47,8 +46,7 @@ std::vector<std::string> lines_of(const std::string& bytes) {
     const Stream stream = stream_of(bytes);
     std::vector<std::string> lines;
     char buffer[1024];
-    while (gfile_getline(stream.get(), buffer))
-        lines.emplace_back(buffer);
+    while (gfile_getline(stream.get(), buffer)) lines.emplace_back(buffer);
     return lines;
 }
 
@@ -56,8 +54,7 @@ std::vector<std::string> limited_lines_of(const std::string& bytes, std::size_t 
     const Stream stream = stream_of(bytes);
     std::vector<std::string> lines;
     std::string buffer(limit, '?');
-    while (gfile_getline_limited(stream.get(), buffer.data(), limit))
-        lines.emplace_back(buffer.c_str());
+    while (gfile_getline_limited(stream.get(), buffer.data(), limit)) lines.emplace_back(buffer.c_str());
     return lines;
 }
 
@@ -65,8 +62,7 @@ std::vector<std::string> whole_lines_of(const std::string& bytes) {
     const Stream stream = stream_of(bytes);
     std::vector<std::string> lines;
     std::string line = "before";
-    while (gfile_getline_std_string(stream.get(), &line))
-        lines.push_back(line);
+    while (gfile_getline_std_string(stream.get(), &line)) lines.push_back(line);
     EXPECT_EQ(line, "");
     return lines;
 }
@@ -220,8 +216,7 @@ TEST(LineReaders, AgreeWithTheModelOnRandomBytes) {
         std::string bytes;
         for (int parts = static_cast<int>(random() % 6); parts >= 0; --parts) {
             bytes.append(random() % 3 == 0 ? random() % 2500 : 0, 'x');
-            for (auto n = random() % 12; n > 0; --n)
-                bytes += alphabet[random() % alphabet.size()];
+            for (auto n = random() % 12; n > 0; --n) bytes += alphabet[random() % alphabet.size()];
         }
         const std::size_t limits[] = {2, 3, 8, 1023, 1024, 1025};
         const std::size_t limit = limits[random() % 6];
@@ -449,12 +444,10 @@ TEST(GslFileno, GivesTheStandardStreamsTheirNumbers) {
 
 TEST(GslPutw, RoundTripsThroughGetw) {
     const Stream stream = stream_of("");
-    for (const int value : {0, 1, -1, INT_MAX, INT_MIN, 0x01020304})
-        EXPECT_EQ(gsl_putw(value, stream.get()), value);
+    for (const int value : {0, 1, -1, INT_MAX, INT_MIN, 0x01020304}) EXPECT_EQ(gsl_putw(value, stream.get()), value);
     EXPECT_EQ(std::ftell(stream.get()), 24);
     std::rewind(stream.get());
-    for (const int value : {0, 1, -1, INT_MAX, INT_MIN, 0x01020304})
-        EXPECT_EQ(gsl_getw(stream.get()), value);
+    for (const int value : {0, 1, -1, INT_MAX, INT_MIN, 0x01020304}) EXPECT_EQ(gsl_getw(stream.get()), value);
 }
 
 TEST(GslGetw, ShortReadGivesMinusOne) {

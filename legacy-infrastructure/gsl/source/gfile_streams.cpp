@@ -90,8 +90,7 @@ void agsl_int16_to_bin(short value, TwoBytes* out) {
 
 void agsl_bin_to_int32(FourBytes record, int* out) {
     std::uint32_t bits = 0;
-    for (const unsigned char byte : record.bytes)
-        bits = (bits << 8) | byte;
+    for (const unsigned char byte : record.bytes) bits = (bits << 8) | byte;
     *out = static_cast<int>(bits);
 }
 
