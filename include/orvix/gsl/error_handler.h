@@ -44,14 +44,20 @@ public:
     ///
     /// @param text  the message, taken up to its first zero byte
     void report_error(const char* text);
+
+    /// The same on a `std::string`.
     void report_error(const std::string& text);
 
     /// Delivers a warning, likewise; the pending error is not touched.
     void report_warning(const char* text);
+
+    /// The same on a `std::string`.
     void report_warning(const std::string& text);
 
     /// Delivers information, likewise; the pending error is not touched.
     void report_info(const char* text);
+
+    /// The same on a `std::string`.
     void report_info(const std::string& text);
 
     /// From now on, while this handler is the newest, a reported pending error arrives without its location. There is
@@ -86,6 +92,8 @@ private:
 ///
 /// @param text  the message
 ORVIX_GSL_API void report_error(const char* text);
+
+/// The same on `std::string`s.
 ORVIX_GSL_API void report_error(const std::string& text);
 
 /// Reports an error of two texts, joined with a newline as `set_pending_error` does.
@@ -93,6 +101,8 @@ ORVIX_GSL_API void report_error(const std::string& text);
 /// @param first   begins the message
 /// @param second  ends it
 ORVIX_GSL_API void report_error(const char* first, const char* second);
+
+/// The same on `std::string`s.
 ORVIX_GSL_API void report_error(const std::string& first, const std::string& second);
 
 /// Delivers a warning to the chain, from the newest handler on. Without handlers prints "WARNING %s" to the standard
@@ -100,6 +110,8 @@ ORVIX_GSL_API void report_error(const std::string& first, const std::string& sec
 ///
 /// @param text  the message
 ORVIX_GSL_API void report_warning(const char* text);
+
+/// The same on `std::string`s.
 ORVIX_GSL_API void report_warning(const std::string& text);
 
 /// Reports a warning of two texts. A newline is put between them unless the first is empty or ends in one, or the
@@ -108,6 +120,8 @@ ORVIX_GSL_API void report_warning(const std::string& text);
 /// @param first   begins the message
 /// @param second  ends it
 ORVIX_GSL_API void report_warning(const char* first, const char* second);
+
+/// The same on `std::string`s.
 ORVIX_GSL_API void report_warning(const std::string& first, const std::string& second);
 
 /// Delivers information to the chain, from the newest handler on. Without handlers prints "INFO %s" to the standard
@@ -115,4 +129,6 @@ ORVIX_GSL_API void report_warning(const std::string& first, const std::string& s
 ///
 /// @param text  the message
 ORVIX_GSL_API void report_info(const char* text);
+
+/// The same on `std::string`s.
 ORVIX_GSL_API void report_info(const std::string& text);

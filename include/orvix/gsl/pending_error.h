@@ -27,12 +27,18 @@ ORVIX_GSL_API extern bool AerrFlag;
 ///
 /// @param text  the message
 ORVIX_GSL_API void set_pending_error(const char* text);
+
+/// The same on `std::string`s, zero bytes included.
 ORVIX_GSL_API void set_pending_error(const std::string& text);
 
-/// The same with a message of two or three texts. Before each further text a newline is added, unless the message so
+/// The same with a message of several texts. Before each further text a newline is added, unless the message so
 /// far is empty or ends in one, or the text begins with one: ("a", "b") gives "a\nb", and ("a", "") gives "a\n".
 ORVIX_GSL_API void set_pending_error(const char* first, const char* second);
+
+/// The same on `std::string`s, zero bytes included.
 ORVIX_GSL_API void set_pending_error(const std::string& first, const std::string& second);
+
+/// The same with three texts.
 ORVIX_GSL_API void set_pending_error(const char* first, const char* second, const char* third);
 
 /// As `set_pending_error`, for code that already holds the lock or runs where none can be taken.
