@@ -138,12 +138,12 @@ ORVIX_GSL_API int gsl_putw(int value, std::FILE* stream);
 
 /// An integer of 16 bits as it stands in a file: the most significant byte first, on every machine.
 struct TwoBytes {
-    unsigned char bytes[2];
+    unsigned char bytes[2];  ///< the most significant byte first
 };
 
 /// An integer of 32 bits as it stands in a file: the most significant byte first, on every machine.
 struct FourBytes {
-    unsigned char bytes[4];
+    unsigned char bytes[4];  ///< the most significant byte first
 };
 
 /// Takes the integer from its record.
