@@ -79,6 +79,10 @@ TEST(Path, AppendOfARootedPartReplacesThePath) {
     EXPECT_EQ(Path("a").append("d:b").string(), "d:b");
 }
 
+TEST(Path, AppendOfAnEntryStaysBelowThePathWhateverItsName) {
+    EXPECT_EQ(Path("a").append(Path::exact("c:x")).string(), "a\\c:x");
+}
+
 TEST(Path, AppendToABareDriveStaysOnItsCurrentDirectory) { EXPECT_EQ(Path("c:").append("x").string(), "c:x"); }
 
 TEST(PathCompareFilenames, TwoSpellingsOfOneNameAreEqual) {

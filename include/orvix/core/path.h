@@ -112,7 +112,7 @@ public:
     Path complete_path() const;
 
     /// Adds a further part, with a separator in between if there is none. A part with a drive or a root of its own
-    /// replaces the path.
+    /// replaces the path, unless it is exact: then it is an entry's name, which may look like anything.
     Path& append(const Path& part);
 
     /// Three-way comparison in which two spellings of one name are equal: ASCII letter case, the kind of separators and

@@ -64,7 +64,9 @@ Path Path::parent_path() const {
 }
 
 Path& Path::append(const Path& part) {
-    if (core::is_rooted(part.text_) || text_.empty()) {
+    // An entry of a directory is below it whatever its name looks like.
+    const bool is_entry = part.spelling_ == Spelling::exact;
+    if (text_.empty() || (core::is_rooted(part.text_) && !is_entry)) {
         *this = part;
         return *this;
     }
