@@ -4,6 +4,7 @@
 
 #include <orvix/gsl/directory_scan.h>
 #include <orvix/gsl/error_handler.h>
+#include <orvix/gsl/file_names.h>
 #include <orvix/gsl/getenv.h>
 #include <orvix/gsl/pending_error.h>
 #include <orvix/gsl/status.h>
