@@ -9,3 +9,4 @@
 #include <orvix/gsl/pending_error.h>
 #include <orvix/gsl/status.h>
 #include <orvix/gsl/streams.h>
+#include <orvix/gsl/string_utilities.h>

@@ -1,0 +1,9 @@
+// What a source sees that brings the library's twins of host names to global scope.
+#pragma once
+
+namespace orvix::test {
+
+int strcasecmp_at_global_scope(const char* a, const char* b);
+int strncasecmp_at_global_scope(const char* a, const char* b, int n);
+
+}  // namespace orvix::test

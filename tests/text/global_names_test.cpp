@@ -1,0 +1,9 @@
+#include "text/global_names.h"
+
+#include <gtest/gtest.h>
+
+// Null is what tells the library's functions from the host's.
+TEST(GlobalNames, StandForTheFunctionsOfTheLibrary) {
+    EXPECT_EQ(orvix::test::strcasecmp_at_global_scope(nullptr, "x"), -'x');
+    EXPECT_EQ(orvix::test::strncasecmp_at_global_scope(nullptr, "x", 0), -'x');
+}

@@ -1,0 +1,8 @@
+// Includes no host header, hence no test framework either; global_names_test.cpp calls what stands here.
+#include "text/global_names.h"
+
+#include <orvix/gsl/global_names.h>
+
+int orvix::test::strcasecmp_at_global_scope(const char* a, const char* b) { return ::strcasecmp(a, b); }
+
+int orvix::test::strncasecmp_at_global_scope(const char* a, const char* b, int n) { return ::strncasecmp(a, b, n); }
