@@ -6,4 +6,7 @@ namespace orvix::test {
 int strcasecmp_at_global_scope(const char* a, const char* b);
 int strncasecmp_at_global_scope(const char* a, const char* b, int n);
 
+// Entries of a directory.
+int entries_at_global_scope(const char* directory);
+
 }  // namespace orvix::test

@@ -4,7 +4,14 @@
 /// `orvix::gsl` in full. No header of the library includes it.
 #pragma once
 
+#include <orvix/gsl/directory_scan.h>
 #include <orvix/gsl/string_utilities.h>
 
+using orvix::gsl::_dirdesc;
+using orvix::gsl::closedir;
+using orvix::gsl::dirent;
+using orvix::gsl::opendir;
+using orvix::gsl::opendir_utf8;
+using orvix::gsl::readdir;
 using orvix::gsl::strcasecmp;
 using orvix::gsl::strncasecmp;

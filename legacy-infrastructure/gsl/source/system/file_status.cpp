@@ -1,6 +1,8 @@
 #include <orvix/gsl/directory_scan.h>
+#include <orvix/gsl/file_names.h>
 
 #include <algorithm>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -23,8 +25,8 @@ std::string plain_spelling(std::string_view name) {
     std::string text(name);
     if (is_drive(name)) text += '\\';
     std::replace(text.begin(), text.end(), '/', '\\');
-    const bool drive_root = text.size() == 3 && text[1] == ':';
-    if (text.size() >= 2 && text.back() == '\\' && !drive_root) text.pop_back();
+    gfile_strip_dir_name(text.data());
+    text.resize(std::strlen(text.c_str()));
     return text;
 }
 
