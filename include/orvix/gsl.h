@@ -3,6 +3,7 @@
 #pragma once
 
 #include <orvix/gsl/directory_scan.h>
+#include <orvix/gsl/environment.h>
 #include <orvix/gsl/error_handler.h>
 #include <orvix/gsl/file_names.h>
 #include <orvix/gsl/getenv.h>

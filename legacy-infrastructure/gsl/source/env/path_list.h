@@ -1,0 +1,12 @@
+// Elements of path lists.
+#pragma once
+
+#include <cstddef>
+
+namespace orvix::gsl::env {
+
+// Length of the first element of a path list: up to the first `;` or `:`, but for the colon of a drive prefix at the
+// head.
+std::size_t element_length(const char* list);
+
+}  // namespace orvix::gsl::env
