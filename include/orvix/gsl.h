@@ -8,6 +8,7 @@
 #include <orvix/gsl/file_names.h>
 #include <orvix/gsl/getenv.h>
 #include <orvix/gsl/pending_error.h>
+#include <orvix/gsl/record_list.h>
 #include <orvix/gsl/status.h>
 #include <orvix/gsl/streams.h>
 #include <orvix/gsl/string_utilities.h>
