@@ -7,6 +7,7 @@
 #include <orvix/gsl/error_handler.h>
 #include <orvix/gsl/file_names.h>
 #include <orvix/gsl/getenv.h>
+#include <orvix/gsl/messages.h>
 #include <orvix/gsl/pending_error.h>
 #include <orvix/gsl/record_list.h>
 #include <orvix/gsl/status.h>
