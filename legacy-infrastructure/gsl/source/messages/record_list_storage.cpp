@@ -48,7 +48,9 @@ std::size_t slots_of(std::int32_t block_bytes) {
 glist_block* add_block(std::int32_t block_bytes, glist_block** link) {
     if (block_bytes < smallest_block_bytes) return nullptr;
     const std::size_t slots = slots_of(block_bytes);
-    auto* block = static_cast<glist_block*>(std::malloc(static_cast<std::size_t>(block_bytes)));
+    // The block size only tells how many slots there are: they lie apart, and the rest of such a block would stay
+    // unused.
+    auto* block = static_cast<glist_block*>(std::malloc(sizeof(glist_block)));
     auto* records = static_cast<char**>(std::malloc(slots * sizeof(char*)));
     if (block == nullptr || records == nullptr) {
         std::free(records);
@@ -71,7 +73,7 @@ bool can_have_memory(const glist_header& list, std::uint32_t more_records) {
     if (more_records < worth_asking || list.block_bytes < smallest_block_bytes) return true;
     const std::size_t slots = slots_of(list.block_bytes);
     const std::size_t blocks = more_records / slots + 1;
-    const std::size_t bytes = blocks * (static_cast<std::size_t>(list.block_bytes) + slots * sizeof(char*));
+    const std::size_t bytes = blocks * (sizeof(glist_block) + slots * sizeof(char*));
     void* volatile probe = std::malloc(bytes);  // volatile: or the compiler takes the answer for granted
     const bool granted = probe != nullptr;
     std::free(probe);
