@@ -8,6 +8,7 @@
 #include <orvix/core/file_status.h>
 #include <orvix/core/files.h>
 #include <orvix/core/floating_point.h>
+#include <orvix/core/open_flags.h>
 #include <orvix/core/path.h>
 #include <orvix/core/processes.h>
 #include <orvix/core/registry.h>
