@@ -9,6 +9,7 @@
 #include <orvix/gsl/getenv.h>
 #include <orvix/gsl/messages.h>
 #include <orvix/gsl/pending_error.h>
+#include <orvix/gsl/processes.h>
 #include <orvix/gsl/record_list.h>
 #include <orvix/gsl/status.h>
 #include <orvix/gsl/streams.h>
