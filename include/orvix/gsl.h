@@ -14,3 +14,4 @@
 #include <orvix/gsl/status.h>
 #include <orvix/gsl/streams.h>
 #include <orvix/gsl/string_utilities.h>
+#include <orvix/gsl/temporary_names.h>
