@@ -11,6 +11,7 @@
 #include <orvix/gsl/pending_error.h>
 #include <orvix/gsl/processes.h>
 #include <orvix/gsl/record_list.h>
+#include <orvix/gsl/sort.h>
 #include <orvix/gsl/status.h>
 #include <orvix/gsl/streams.h>
 #include <orvix/gsl/string_utilities.h>
