@@ -16,3 +16,4 @@
 #include <orvix/gsl/streams.h>
 #include <orvix/gsl/string_utilities.h>
 #include <orvix/gsl/temporary_names.h>
+#include <orvix/gsl/time.h>
