@@ -94,8 +94,7 @@ void load_ours(benchmark::State& state) {
 
 void load_gkeyfile(benchmark::State& state) {
     const std::string path = key_file(Settings(state.range(0)));
-    for (auto _ : state)
-        g_key_file_free(load_key_file(path));
+    for (auto _ : state) g_key_file_free(load_key_file(path));
 }
 
 void get_ours(benchmark::State& state) {
