@@ -238,9 +238,28 @@ TEST_F(Files, TemporaryFileLiesInTheDirectoryOfItsPrefix) {
     EXPECT_EQ(std::distance(fs::directory_iterator(site.path() / "in"), fs::directory_iterator()), 1);
 }
 
+TEST_F(Files, TemporaryFileHasAStreamForWritingAndReading) {
+    orvix::TemporaryFile file("x", "y");
+    std::FILE* stream = file.stream();
+    ASSERT_NE(stream, nullptr);
+    EXPECT_EQ(file.stream(), stream);
+    EXPECT_FALSE(is_inherited(fileno(stream)));
+    std::fputs("text", stream);
+    std::rewind(stream);
+    EXPECT_EQ(std::fgetc(stream), 't');
+    EXPECT_EQ(orvix::test::read_file(file.path().host()), "text");
+}
+
+TEST_F(Files, TemporaryFileLiesInTheLastResortIfItsPlaceDoesNotWork) {
+    const ScopedVariable place("TMPDIR", (site.path() / "missing").c_str());
+    const orvix::TemporaryFile file("x", "y");
+    EXPECT_EQ(fs::path(file.path().host()).parent_path(), "/tmp");
+}
+
 TEST_F(Files, TemporaryFileThatCannotBeMadeHasAnEmptyPath) {
     const orvix::TemporaryFile file("missing\\x", "y");
     EXPECT_EQ(file.path().string(), "");
+    EXPECT_EQ(orvix::TemporaryFile("missing\\x", "y").stream(), nullptr);
 }
 
 TEST_F(Files, TemporaryFileWorksWhereNoDriveHoldsItsDirectory) {

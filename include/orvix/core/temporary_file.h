@@ -5,6 +5,7 @@
 #include <orvix/core/export.h>
 #include <orvix/core/path.h>
 
+#include <cstdio>
 #include <string>
 
 namespace orvix {
@@ -24,8 +25,15 @@ public:
     /// The file's name; empty if it could not be made.
     const Path& path() const { return path_; }
 
+    /// A stream on the file, open since it was made, for writing and reading from the start. It belongs to this object,
+    /// which closes it.
+    /// @return the same stream each time; null if the file could not be made, or without memory
+    std::FILE* stream();
+
 private:
     Path path_;
+    int descriptor_ = -1;  // until a stream has taken it over
+    std::FILE* stream_ = nullptr;
 };
 
 }  // namespace orvix

@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/random.h>
@@ -26,12 +27,19 @@ bool is_usable_directory(const std::string& host) {
     return stat(host.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && access(host.c_str(), W_OK | X_OK) == 0;
 }
 
-// The host directory for temporary files, without a trailing slash.
-std::string temporary_directory() {
+constexpr const char* last_resort = "/tmp";
+
+// The host directory for temporary files that the user names, without a trailing slash; empty if there is none.
+std::string named_directory() {
     const char* variable = std::getenv("TMPDIR");
     std::string directory = variable != nullptr && variable[0] == '/' ? variable : "";
     while (directory.ends_with('/')) directory.pop_back();
-    return !directory.empty() && is_usable_directory(directory) ? directory : "/tmp";
+    return directory;
+}
+
+std::string temporary_directory() {
+    std::string directory = named_directory();
+    return !directory.empty() && is_usable_directory(directory) ? directory : last_resort;
 }
 
 // Twelve characters that nobody can guess; none if the system has no random bytes to give.
@@ -44,18 +52,34 @@ std::string random_letters() {
     return letters;
 }
 
-struct Place {
-    std::string host_directory;
+// Where a temporary file may lie: the first directory that lets it be made.
+struct Places {
+    std::vector<std::string> host_directories;
     std::string prefix;
 };
 
 // A prefix may carry a directory in the library's form.
-Place place_of(const std::string& prefix) {
+Places places_of(const std::string& prefix) {
     const std::size_t separator = prefix.find_last_of("\\/");
-    if (separator == std::string::npos) return {temporary_directory(), prefix};
+    if (separator == std::string::npos) return {{named_directory(), last_resort}, prefix};
     std::string directory = Path(prefix.substr(0, separator + 1)).host();
     while (directory.size() > 1 && directory.ends_with('/')) directory.pop_back();
-    return {std::move(directory), prefix.substr(separator + 1)};
+    return {{std::move(directory)}, prefix.substr(separator + 1)};
+}
+
+// Makes a file of its own in a directory. The host's name of it; empty if none can be made there.
+std::string make_file_in(const std::string& directory, const std::string& prefix, const std::string& ending,
+                         core::Descriptor* file) {
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        const std::string letters = random_letters();
+        if (letters.empty()) return "";
+        std::string host = directory + '/' + prefix + '_' + letters + ending;
+        *file = core::Descriptor(core::uninterrupted(
+            [&] { return ::open(host.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, owner_alone); }));
+        if (file->valid()) return host;
+        if (errno != EEXIST) return "";
+    }
+    return "";
 }
 
 Path path_of(const std::string& host) {
@@ -68,25 +92,31 @@ Path path_of(const std::string& host) {
 }  // namespace
 
 TemporaryFile::TemporaryFile(const std::string& prefix, const std::string& extension) {
-    const Place place = place_of(prefix);
-    if (place.host_directory.empty()) return;
+    const Places places = places_of(prefix);
     const std::string ending = extension.empty() || extension.starts_with('.') ? extension : "." + extension;
-    for (int attempt = 0; attempt < attempts; ++attempt) {
-        const std::string letters = random_letters();
-        if (letters.empty()) return;
-        const std::string host = place.host_directory + '/' + place.prefix + '_' + letters + ending;
-        const core::Descriptor file(core::uninterrupted(
-            [&] { return ::open(host.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, owner_alone); }));
-        if (file.valid()) {
-            path_ = path_of(host);
-            return;
-        }
-        if (errno != EEXIST) return;
+    core::Descriptor file;
+    for (const std::string& directory : places.host_directories) {
+        if (directory.empty()) continue;
+        const std::string host = make_file_in(directory, places.prefix, ending, &file);
+        if (host.empty()) continue;
+        path_ = path_of(host);
+        descriptor_ = file.release();
+        return;
     }
+}
+
+std::FILE* TemporaryFile::stream() {
+    if (stream_ == nullptr && descriptor_ != -1) {
+        stream_ = fdopen(descriptor_, "w+");
+        if (stream_ != nullptr) descriptor_ = -1;
+    }
+    return stream_;
 }
 
 TemporaryFile::~TemporaryFile() {
     const int saved = errno;
+    if (stream_ != nullptr) std::fclose(stream_);
+    if (descriptor_ != -1) ::close(descriptor_);
     if (!core::PathAccess::text(path_).empty()) path_.delete_file_or_directory();
     errno = saved;
 }
