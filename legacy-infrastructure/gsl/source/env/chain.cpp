@@ -22,8 +22,7 @@ eeEnv* new_environment() {
 // The farthest level first, so that what is loaded later may refer to it.
 void load_levels(eeEnv* env, const char* name, std::initializer_list<EnvlocE> levels) {
     Load load(env);
-    for (const EnvlocE level : levels)
-        env_load_level(load, name, level, false, false);
+    for (const EnvlocE level : levels) env_load_level(load, name, level, false, false);
 }
 
 constexpr std::initializer_list<EnvlocE> all_levels = {ENVLOC_SYSTEM, ENVLOC_CUSTOM, ENVLOC_USER, ENVLOC_CWD};
@@ -44,8 +43,7 @@ bool is_open(const eeEnv* env) {
 
 void unlink(const eeEnv* env) {
     eeEnv* before = chain.master;
-    while (before->next != env)
-        before = before->next;
+    while (before->next != env) before = before->next;
     before->next = env->next;
     if (chain.last == env) chain.last = before;
 }

@@ -13,14 +13,12 @@ constexpr std::size_t line_buffer_step = 2048;
 constexpr bool is_white_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 constexpr std::string_view without_trailing_white_space(std::string_view text) {
-    while (!text.empty() && is_white_space(text.back()))
-        text.remove_suffix(1);
+    while (!text.empty() && is_white_space(text.back())) text.remove_suffix(1);
     return text;
 }
 
 constexpr std::string_view without_leading_white_space(std::string_view text) {
-    while (!text.empty() && is_white_space(text.front()))
-        text.remove_prefix(1);
+    while (!text.empty() && is_white_space(text.front())) text.remove_prefix(1);
     return text;
 }
 

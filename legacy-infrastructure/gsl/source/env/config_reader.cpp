@@ -21,7 +21,7 @@ struct Reading {
     bool expand_values;
 };
 
-void store_setting(const Load& load, const Reading& reading, const KeyAndValue& setting) {
+void store_setting(Load& load, const Reading& reading, const KeyAndValue& setting) {
     const FoldedName name(setting.key);
     if (name.empty()) return;
     std::string expanded;
@@ -54,8 +54,7 @@ void env_read_file(Load& load, EnvlocE level, bool verbatim, bool included, cons
     LineReader reader(file.get(), line_buffer_step, line_buffer_step);
     const Reading reading{level, verbatim, included, expand_values};
     std::string_view line;
-    while (reader.next(&line))
-        read_line(load, reading, line);
+    while (reader.next(&line)) read_line(load, reading, line);
     if (included) load.bytes += reader.bytes_read();
 }
 

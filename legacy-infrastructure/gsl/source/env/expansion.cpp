@@ -18,10 +18,13 @@ namespace orvix::gsl::env {
 
 namespace {
 
-// What an expansion may cost before it counts as endless. Texts that end stay far below.
+// Further bounds of an expansion that ends.
 constexpr std::size_t most_growth_bytes = std::size_t{64} << 20;
-constexpr std::uint64_t most_rewritten_bytes = std::uint64_t{4} << 30;
 constexpr std::uint64_t most_passes = 20'000;  // and one for each setting in sight, since a chain may lead through all
+
+// A byte is rewritten in about a nanosecond. A lookup takes some 30, and another for every 16 settings searched.
+constexpr std::uint64_t lookup_work = 32;
+constexpr std::uint64_t settings_a_byte = 16;
 
 // Texts are remembered from this pass on to recognise a circle; most expansions have ended by then.
 constexpr std::uint64_t first_remembered_pass = 8;
@@ -52,7 +55,11 @@ struct Reference {
 class Expansion {
 public:
     explicit Expansion(const Sources& sources)
-        : sources_(sources), beginnings_(sources.variables_only ? begins_variable : begins_any) {}
+        : sources_(sources),
+          beginnings_(sources.variables_only ? begins_variable : begins_any),
+          work_left_(sources.work_left != nullptr ? sources.work_left : &own_work_) {}
+    Expansion(const Expansion&) = delete;
+    Expansion& operator=(const Expansion&) = delete;
 
     bool run(std::string_view source, std::string* text);
 
@@ -63,6 +70,7 @@ private:
     Reference parse(std::string_view text, std::size_t at) const;
     std::string_view value_of_reference(const Reference& reference) const;
     std::string_view setting(const FoldedName& name) const;
+    bool spend(std::uint64_t work);
     bool rewrite(std::string_view text, std::size_t from);
     bool goes_round(const std::string& text);
     std::uint64_t settings_in_sight() const;
@@ -73,7 +81,9 @@ private:
     std::string remembered_;
     std::size_t most_bytes_ = 0;
     std::uint64_t passes_ = 0;
-    std::uint64_t rewritten_bytes_ = 0;
+    std::uint64_t reference_work_ = lookup_work;
+    std::uint64_t own_work_ = most_expansion_work;
+    std::uint64_t* work_left_;
 };
 
 // A brace counts only before the sign of a reference.
@@ -85,8 +95,7 @@ bool Expansion::is_reference(std::string_view text, std::size_t at) const {
 
 // The next character that may begin a reference, or the end.
 std::size_t Expansion::find_candidate(std::string_view text, std::size_t from) const {
-    while (from < text.size() && !is_in(text[from], beginnings_))
-        ++from;
+    while (from < text.size() && !is_in(text[from], beginnings_)) ++from;
     return from;
 }
 
@@ -104,8 +113,7 @@ Reference Expansion::parse(std::string_view text, std::size_t at) const {
     const std::size_t begin = at + 1;
     const std::size_t longest = std::min(text.size(), begin + longest_name);
     std::size_t end = begin;
-    while (end < longest && (in_braces ? text[end] != '}' : is_in(text[end], in_name)))
-        ++end;
+    while (end < longest && (in_braces ? text[end] != '}' : is_in(text[end], in_name))) ++end;
 
     Reference reference{text[at] == '$', false, text.substr(begin, end - begin), end};
     if (reference.name.size() == longest_name) reference.end = text.size();
@@ -133,20 +141,27 @@ std::string_view Expansion::setting(const FoldedName& name) const {
 std::string_view Expansion::value_of_reference(const Reference& reference) const {
     const FoldedName name(reference.name);
     if (!reference.is_variable) return setting(name);
-    const std::string_view key(name.key(), name.length());
-    if (const auto value = process_variable(key)) return *value;
-    return key == "HXORVIX_DIR" ? "\\hxorvix" : "";
+    if (const auto value = process_variable(name.key())) return *value;
+    return name.key() == "HXORVIX_DIR" ? "\\hxorvix" : "";
+}
+
+bool Expansion::spend(std::uint64_t work) {
+    if (work > *work_left_) return false;
+    *work_left_ -= work;
+    return true;
 }
 
 // One pass over the text from its first reference on. A reference without value swallows the one plain character behind
 // it, also across further references: the separator of a path that is not there goes with it. False if the text grows
-// too long.
+// too long, or has cost too much.
 bool Expansion::rewrite(std::string_view text, std::size_t from) {
+    if (!spend(text.size() - from)) return false;
     rewritten_.clear();
     bool copy_next = true;
     std::size_t at = from;
     while (at < text.size()) {
         if (is_reference(text, at)) {
+            if (!spend(reference_work_)) return false;
             const Reference reference = parse(text, at);
             const std::string_view value = value_of_reference(reference);
             if (value.size() > most_bytes_ || from + rewritten_.size() > most_bytes_ - value.size()) return false;
@@ -174,8 +189,7 @@ std::uint64_t Expansion::settings_in_sight() const {
         return settings;
     };
     std::uint64_t settings = count(sources_.first) + count(chain.master);
-    for (const eeEnv* env : sources_.further)
-        settings += count(env);
+    for (const eeEnv* env : sources_.further) settings += count(env);
     return settings;
 }
 
@@ -184,9 +198,9 @@ std::uint64_t Expansion::settings_in_sight() const {
 // (Brent's way to find a cycle): sooner or later it lies in the circle and is met again.
 bool Expansion::goes_round(const std::string& text) {
     ++passes_;
-    if (rewritten_bytes_ > most_rewritten_bytes) return true;
     if (passes_ > most_passes && passes_ > most_passes + settings_in_sight()) return true;
     if (passes_ < first_remembered_pass) return false;
+    if (passes_ == first_remembered_pass) reference_work_ += settings_in_sight() / settings_a_byte;
     if (passes_ > first_remembered_pass && text == remembered_) return true;
     if (std::has_single_bit(passes_)) remembered_ = text;
     return false;
@@ -206,7 +220,6 @@ bool Expansion::run(std::string_view source, std::string* text) {
         const bool saw_reference = settled < text->size();
         if (saw_reference) {
             if (rewritten_.capacity() < usual_bytes) rewritten_.reserve(usual_bytes);
-            rewritten_bytes_ += text->size() - settled;
             if (!rewrite(*text, settled)) return false;
             // A pass that appends nothing at all leaves the old text where it was.
             if (settled > 0 || !rewritten_.empty()) text->replace(settled, std::string::npos, rewritten_);
@@ -215,6 +228,8 @@ bool Expansion::run(std::string_view source, std::string* text) {
         if (!any_output) return false;
         if (text->ends_with(':')) text->pop_back();
         settled = std::min(settled, text->size());
+        // A brace becomes part of a reference when a value puts a sign behind it.
+        if (settled > 0 && (*text)[settled - 1] == '{') --settled;
         if (!saw_reference) return true;
         if (goes_round(*text)) return false;
     }
@@ -225,8 +240,7 @@ bool Expansion::run(std::string_view source, std::string* text) {
 std::vector<eeEnv*> further_environments(const eeEnv* first, std::va_list arguments) {
     std::vector<eeEnv*> environments;
     if (first == nullptr) return environments;
-    while (eeEnv* env = va_arg(arguments, eeEnv*))
-        environments.push_back(env);
+    while (eeEnv* env = va_arg(arguments, eeEnv*)) environments.push_back(env);
     return environments;
 }
 

@@ -1,12 +1,11 @@
 #include "env/config_line.h"
-#include "env/expansion.h"
 #include "env/loading.h"
 
 namespace orvix::gsl::env {
 
-bool expand_at_load(const Load& load, std::string_view text, std::string* result) {
+bool expand_at_load(Load& load, std::string_view text, std::string* result) {
     constexpr std::size_t buffer_bytes = 1024;
-    const Sources sources{.first = load.env};
+    const Sources sources{.first = load.env, .work_left = &load.expansion_work_left};
     return expand(text, sources, result) && result->size() < buffer_bytes;
 }
 

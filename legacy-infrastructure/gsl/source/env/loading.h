@@ -1,6 +1,8 @@
 // Reading the files of an environment.
 #pragma once
 
+#include "env/expansion.h"
+
 #include <orvix/gsl/environment.h>
 
 #include <cstdint>
@@ -10,7 +12,8 @@
 namespace orvix::gsl::env {
 
 // One load: a call that opens an environment, or reads a level of it again. Files may include one another in circles,
-// and more than once: what one load does for included files is bounded in depth, in files and in bytes.
+// and more than once: what one load does for included files is bounded in depth, in files and in bytes, and what it
+// does for references, all together, as one expansion is bounded elsewhere.
 struct Load {
     static constexpr int most_depth = 200;
     static constexpr int most_files = 10'000;
@@ -24,6 +27,7 @@ struct Load {
     int depth = 0;            // includes that are being read, one inside the other
     int files = 0;            // included files opened
     std::uint64_t bytes = 0;  // size of the included files read to their end
+    std::uint64_t expansion_work_left = most_expansion_work;
 };
 
 // Finds the file of a level and reads it; at level 4 the add-on files of the name too. Numbers that are no level do
@@ -45,6 +49,6 @@ void env_read_include(Load& load, std::string_view argument, EnvlocE level, bool
 void env_scan_addons(Load& load, const char* name, bool verbatim, bool included);
 
 // Expands a text against the environment that is being loaded, in a buffer of 1024 bytes.
-bool expand_at_load(const Load& load, std::string_view text, std::string* result);
+bool expand_at_load(Load& load, std::string_view text, std::string* result);
 
 }  // namespace orvix::gsl::env

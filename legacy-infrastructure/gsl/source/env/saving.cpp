@@ -5,6 +5,7 @@
 #include "env/stream.h"
 #include "env/table.h"
 #include "env/text_writer.h"
+#include "text/bytes.h"
 
 #include <orvix/core/temporary_file.h>
 
@@ -47,11 +48,9 @@ bool write_new_file(EnvTable& table) {
     return finish(out, std::move(stream));
 }
 
-std::string upper_case(std::string_view text) {
-    std::string folded(text);
-    for (char& c : folded) {
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - ('a' - 'A'));
-    }
+std::string upper_case(std::string_view name) {
+    std::string folded(name);
+    for (char& c : folded) c = text::to_upper(c);
     return folded;
 }
 
@@ -81,8 +80,7 @@ bool write_merged(EnvTable& table, std::FILE* old_file, const Path& target) {
     LineReader reader(old_file, line_buffer_step, line_buffer_step);
     std::size_t hint = 0;
     std::string_view line;
-    while (reader.next(&line))
-        merge_line(out, table, line, &hint);
+    while (reader.next(&line)) merge_line(out, table, line, &hint);
     for (EnvEntry& entry : used_slots(table)) {
         if (entry.key[0] != '\0' && entry.mod == ENVMOD_CHANGED) write_entry(out, &entry);
     }
@@ -126,8 +124,7 @@ bool env_replace_file(const Path& target, const Path& source) {
     LineReader reader(from.get(), line_bytes, 0);
     TextWriter out(to.get());
     std::string_view line;
-    while (reader.next(&line))
-        out.write(line);
+    while (reader.next(&line)) out.write(line);
     return finish(out, std::move(to)) && !reader.failed();
 }
 

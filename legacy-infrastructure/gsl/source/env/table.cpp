@@ -34,8 +34,7 @@ std::size_t index_of(std::int32_t slot) { return static_cast<std::size_t>(slot);
 template <std::size_t count>
 bool block_holds(const std::uint16_t* tags, std::uint16_t tag) {
     std::uint16_t any = 0;
-    for (std::size_t i = 0; i < count; ++i)
-        any = static_cast<std::uint16_t>(any | (tags[i] == tag ? 0xffff : 0));
+    for (std::size_t i = 0; i < count; ++i) any = static_cast<std::uint16_t>(any | (tags[i] == tag ? 0xffff : 0));
     return any != 0;
 }
 
@@ -46,7 +45,7 @@ std::size_t walkable_slots(const EnvTable& table) {
 }
 
 bool matches(const EnvEntry& entry, const FoldedName& name, Removed removed) {
-    if (std::memcmp(entry.key, name.key(), name.length() + 1) != 0) return false;
+    if (std::memcmp(entry.key, name.key().data(), name.key().size() + 1) != 0) return false;
     return removed == Removed::included || entry.mod != ENVMOD_REMOVED;
 }
 
@@ -127,57 +126,6 @@ void set_value(EnvEntry* entry, char* value) {
 
 }  // namespace
 
-namespace {
-
-constexpr char upper_case(char c) { return static_cast<char>(c >= 'a' && c <= 'z' ? c - ('a' - 'A') : c); }
-
-// The same for eight bytes at once, lane by lane. Adding what is missing to 128 sets the top bit of a lane whose low
-// seven bits reach a bound.
-constexpr std::uint64_t upper_case(std::uint64_t word) {
-    constexpr std::uint64_t ones = 0x0101'0101'0101'0101;
-    constexpr std::uint64_t top_bits = ones << 7;
-    const std::uint64_t low = word & ~top_bits;
-    const std::uint64_t from_a = low + (128 - 'a') * ones;
-    const std::uint64_t beyond_z = low + (128 - 'z' - 1) * ones;
-    const std::uint64_t letters = from_a & ~beyond_z & ~word & top_bits;
-    return word - (letters >> 2);  // 0x80 >> 2 is the distance of the cases
-}
-
-}  // namespace
-
-FoldedName::FoldedName(const char* name) {
-    if (name == nullptr) name = "";
-    const void* end = std::memchr(name, '\0', longest_name);
-    fold(name, end != nullptr ? static_cast<std::size_t>(static_cast<const char*>(end) - name) : longest_name);
-}
-
-FoldedName::FoldedName(std::string_view name) { fold(name.data(), std::min(name.size(), longest_name)); }
-
-void FoldedName::fold(const char* name, std::size_t length) {
-    std::uint64_t hash = length;
-    const auto mix = [&hash](std::uint64_t word) {
-        hash = (hash ^ word) * 0x9e3779b97f4a7c15u;  // 2^64 over the golden ratio: spreads every bit upwards
-        hash ^= hash >> 32;
-    };
-    std::size_t at = 0;
-    for (std::uint64_t word; at + sizeof word <= length; at += sizeof word) {
-        std::memcpy(&word, name + at, sizeof word);
-        word = upper_case(word);
-        std::memcpy(key_.data() + at, &word, sizeof word);
-        mix(word);
-    }
-    std::uint64_t rest = 0;
-    for (; at < length; ++at) {
-        const char c = upper_case(name[at]);
-        key_[at] = c;
-        rest = rest << 8 | static_cast<unsigned char>(c);
-    }
-    mix(rest);
-    key_[length] = '\0';
-    length_ = length;
-    tag_ = static_cast<std::uint16_t>(std::max<std::uint64_t>(hash & 0xffff, 1));
-}
-
 EnvEntry* find(eeEnv& env, const FoldedName& name, EnvlocE loc, Removed removed) {
     if (name.empty()) return nullptr;
     switch (loc) {
@@ -227,7 +175,7 @@ EnvEntry* take_slot(EnvTable& table, const FoldedName& name) {
     }
     if (slot == nullptr) return nullptr;
     ++table.used;
-    std::memcpy(slot->key, name.key(), name.length() + 1);
+    std::memcpy(slot->key, name.key().data(), name.key().size() + 1);
     table.index->tags()[slot - table.entries] = name.tag();
     return slot;
 }
@@ -238,8 +186,7 @@ std::span<EnvEntry> used_slots(EnvTable& table) {
 
 void clear(EnvTable& table) {
     if (table.index != nullptr) {
-        for (std::int32_t slot = 0; slot < table.index->ready; ++slot)
-            gmem_ee_free(table.entries[slot].value);
+        for (std::int32_t slot = 0; slot < table.index->ready; ++slot) gmem_ee_free(table.entries[slot].value);
         gmem_ee_free(reinterpret_cast<char*>(table.index));
     }
     gmem_ee_free(reinterpret_cast<char*>(table.entries));

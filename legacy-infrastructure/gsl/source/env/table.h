@@ -1,39 +1,16 @@
-// Tables of settings: names as tables hold them, slots, and the search for a name.
+// Tables of settings: slots, and the search for a name.
 #pragma once
+
+#include "env/folded_name.h"
 
 #include <orvix/gsl/environment.h>
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
 
 namespace orvix::gsl::env {
-
-constexpr std::size_t key_bytes = sizeof(EnvEntry::key);
-constexpr std::size_t longest_name = key_bytes - 1;
-
-// The name of a setting as tables hold it: cut to 63 bytes, `a` to `z` turned to upper case.
-class FoldedName {
-public:
-    explicit FoldedName(const char* name);  // null counts as empty
-    explicit FoldedName(std::string_view name);
-
-    bool empty() const { return length_ == 0; }
-    const char* key() const { return key_.data(); }
-    std::size_t length() const { return length_; }
-
-    // Sixteen bits made of the whole name, never 0, which is the tag of a free slot.
-    std::uint16_t tag() const { return tag_; }
-
-private:
-    void fold(const char* name, std::size_t length);
-
-    std::array<char, key_bytes> key_;
-    std::size_t length_;
-    std::uint16_t tag_;
-};
 
 // Whether a search sees entries that the program removed.
 enum class Removed { hidden, included };
@@ -43,8 +20,7 @@ enum class Removed { hidden, included };
 EnvEntry* find(eeEnv& env, const FoldedName& name, EnvlocE loc, Removed removed);
 
 // The entry of `name` in one table, removed or not; null if there is none. The search starts at slot `*hint` and goes
-// round, and leaves the slot behind the match in `*hint`: names asked for in the order of their slots are found at
-// once.
+// round, and leaves the slot behind the match there: names asked for in the order of their slots are found at once.
 EnvEntry* find_from(EnvTable& table, const FoldedName& name, std::size_t* hint);
 
 // The table that receives new settings of `loc`.
@@ -72,8 +48,7 @@ char* copy_text(std::string_view text);
 // pointer.
 void mark_changed(EnvEntry* entry);
 
-// Stores a value. `mod` is the state of a new entry; see gui_env_put_modnew. False without memory, or if `name` is
-// empty.
+// Stores a value; `mod` is the state of a new entry. False without memory, or if `name` is empty.
 bool put(eeEnv& env, const FoldedName& name, std::string_view value, EnvlocE loc, EnvModE mod);
 
 }  // namespace orvix::gsl::env
