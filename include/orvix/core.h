@@ -3,11 +3,15 @@
 #pragma once
 
 #include <orvix/core/clock.h>
+#include <orvix/core/directory.h>
+#include <orvix/core/directory_chain.h>
 #include <orvix/core/directory_saver.h>
 #include <orvix/core/directory_scan.h>
+#include <orvix/core/file.h>
 #include <orvix/core/file_status.h>
 #include <orvix/core/files.h>
 #include <orvix/core/floating_point.h>
+#include <orvix/core/memory.h>
 #include <orvix/core/open_flags.h>
 #include <orvix/core/path.h>
 #include <orvix/core/processes.h>

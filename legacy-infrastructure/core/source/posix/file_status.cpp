@@ -1,5 +1,6 @@
 #include <orvix/core/file_status.h>
 
+#include "posix/file_kind.h"
 #include "posix/host_name.h"
 
 #include <filesystem>
@@ -29,10 +30,7 @@ int test_existence(const Path& name) {
 FileKind kind_of_name(const Path& name) {
     struct stat status;
     if (call_on_existing(name, [&](const char* host) { return lstat(host, &status); }) != 0) return FileKind::missing;
-    if (S_ISREG(status.st_mode)) return FileKind::regular;
-    if (S_ISDIR(status.st_mode)) return FileKind::directory;
-    if (S_ISLNK(status.st_mode)) return FileKind::link;
-    return FileKind::other;
+    return kind_of_mode(status.st_mode);
 }
 
 bool is_symbolic_link(const Path& name) {

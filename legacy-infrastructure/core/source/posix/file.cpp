@@ -1,0 +1,84 @@
+#include <orvix/core/file.h>
+
+#include "posix/file_opening.h"
+#include "posix/host_name.h"
+#include "posix/opening.h"
+
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace orvix::core {
+
+namespace {
+
+int descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
+
+}  // namespace
+
+File::~File() {
+    if (!is_open()) return;
+    const int saved = errno;
+    ::close(descriptor(handle_));
+    errno = saved;
+}
+
+File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, -1)), status_(other.status_) {}
+
+File& File::operator=(File&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    std::swap(status_, other.status_);
+    return *this;
+}
+
+File File::open_to_read(const Path& name) {
+    return FileOpening::to_read([&](int flags) { return open_path(name, flags, 0); });
+}
+
+File File::open_to_write(const Path& name) {
+    return FileOpening::to_write([&](int flags) { return open_path(name, flags, FileOpening::permission); });
+}
+
+bool File::is_same_file(const File& other) const {
+    return status_.st_dev == other.status_.st_dev && status_.st_ino == other.status_.st_ino;
+}
+
+std::size_t File::read(char* buffer, std::size_t bytes) {
+    std::size_t done = 0;
+    while (done < bytes) {
+        const ssize_t step = ::read(descriptor(handle_), buffer + done, bytes - done);
+        if (step == 0 || (step == -1 && errno != EINTR)) break;
+        if (step > 0) done += static_cast<std::size_t>(step);
+    }
+    return done;
+}
+
+std::size_t File::write(const char* buffer, std::size_t bytes) {
+    std::size_t done = 0;
+    while (done < bytes) {
+        const ssize_t step = ::write(descriptor(handle_), buffer + done, bytes - done);
+        if (step == -1 && errno != EINTR) break;
+        if (step > 0) done += static_cast<std::size_t>(step);
+    }
+    return done;
+}
+
+bool File::shorten(std::uint64_t bytes) {
+    if (!S_ISREG(status_.st_mode) || static_cast<std::uint64_t>(status_.st_size) <= bytes) return true;
+    return uninterrupted([&] { return ftruncate(descriptor(handle_), static_cast<off_t>(bytes)); }) == 0;
+}
+
+bool File::set_times(const ::_stat64& status) {
+    const timespec times[2] = {status.st_atim, status.st_mtim};
+    return futimens(descriptor(handle_), times) == 0;
+}
+
+bool File::close() {
+    if (!is_open()) return true;
+    // Interrupted or not, the descriptor is gone afterwards.
+    return ::close(descriptor(std::exchange(handle_, -1))) == 0 || errno == EINTR;
+}
+
+}  // namespace orvix::core
