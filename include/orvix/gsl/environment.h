@@ -82,7 +82,8 @@ ORVIX_GSL_API bool gui_env_init(void);
 /// no failure: their levels stay empty.
 ///
 /// Included files may nest 200 deep, and one call reads at most 10,000 of them and starts none after 1 GiB of included
-/// text; includes beyond that are skipped in silence.
+/// text; includes beyond that are skipped in silence. References that are expanded while reading cost together no more
+/// than one call of `gui_env_expand_str` may; beyond that they are not expanded, and includes with references skipped.
 ///
 /// @param name  base name of the `.cfg` files ("demo" for `demo.cfg`), or the whole file name for `ENVLOC_FILE`. A
 ///              level whose file name would be longer than 511 bytes has no file.
@@ -160,7 +161,9 @@ ORVIX_GSL_API bool gui_env_exists(eeEnv* env, char* name, EnvlocE loc);
 ///
 /// @param env    open environment; null fails
 /// @param name   setting; null and "" fail
-/// @param value  text, copied. Null takes the value of an existing setting away (it then reads as empty) and stores no
+/// @param value  text, copied, which may hold anything; saved with a line break or white space at its ends it reads
+/// back
+///               otherwise. Null takes the value of an existing setting away (it then reads as empty) and stores no
 ///               new one.
 /// @param loc    level to search and to store in
 /// @return true if stored; false also for a null value of a setting that does not exist, and without memory
@@ -216,8 +219,9 @@ ORVIX_GSL_API bool gui_env_setrlimit_max(int resource);
 /// yields nothing swallows the plain character behind it, so that in "%A:%B" an unknown `A` takes its separator along;
 /// one `:` at the end of the text is cut after each round of replacement.
 ///
-/// Texts that never come to an end give -1: a round that brings back a text seen before, more than 64 MiB beyond the
-/// source, more than 20,000 rounds above the number of settings in sight, or 4 GiB of text rewritten in all.
+/// Texts that never come to an end give -1: a round that brings back a text seen before, a text more than 64 MiB longer
+/// than the source, more than 20,000 rounds above the number of settings in sight, or 4 GiB of text rewritten in all
+/// (where a reference counts as many bytes as its lookup takes nanoseconds).
 ///
 /// @param dest  receives the text and its zero byte, or the empty string if the result is not 0; may be `src`; null
 /// asks
