@@ -76,7 +76,7 @@ bool LineReader::read_more() {
 // Leaves room behind `end_`. The next chunk is a larger one until reads are cheap; later chunks grow only for a line
 // that does not fit.
 bool LineReader::make_room() {
-    constexpr std::size_t good_chunk_bytes = 32 * 1024;
+    constexpr std::size_t good_chunk_bytes = std::size_t{32} << 10;
     if (end_ < chunk_bytes_) return true;
     if (begin_ > 0 && chunk_bytes_ >= good_chunk_bytes) {
         move_to_front(chunk_);

@@ -33,7 +33,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t piece_bytes = 16 * 1024;
+    static constexpr std::size_t piece_bytes = std::size_t{16} << 10;
 
     void put(std::string_view text) {
         if (written_ && !text.empty()) written_ = std::fwrite(text.data(), 1, text.size(), stream_) == text.size();
