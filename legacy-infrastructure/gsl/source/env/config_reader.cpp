@@ -4,8 +4,6 @@
 #include "env/stream.h"
 #include "env/table.h"
 
-#include <orvix/core/path.h>
-
 #include <cstring>
 #include <string>
 
@@ -47,7 +45,7 @@ void env_read_file(Load& load, EnvlocE level, bool verbatim, bool included, cons
                    bool expand_values) {
     // Noted before the file is tried: a level without a file still knows where a save has to make it.
     if (!included) std::memmove(table->path, path, std::strlen(path) + 1);
-    const Stream file(Path(path).fopen("r"));
+    const Stream file = open_stream(path, "r");
     if (file == nullptr) return;
     if (included) ++load.files;
 

@@ -10,10 +10,7 @@ namespace orvix::gsl::env {
 void LineReader::Free::operator()(char* block) const { gmem_ee_free(block); }
 
 LineReader::LineReader(std::FILE* stream, std::size_t first_bytes, std::size_t growth_bytes)
-    : stream_(stream), line_bytes_(first_bytes), growth_bytes_(growth_bytes) {
-    // The chunk is all the buffer there need be.
-    std::setvbuf(stream_, nullptr, _IONBF, 0);
-}
+    : stream_(stream), line_bytes_(first_bytes), growth_bytes_(growth_bytes) {}
 
 bool LineReader::next(std::string_view* line) {
     std::size_t searched = 0;  // bytes of the line that hold no newline

@@ -23,7 +23,7 @@ namespace orvix::gsl::env {
 // Memory is bounded by the longest line.
 class LineReader {
 public:
-    // `stream` has just been opened, and stays the caller's to close.
+    // `stream` is best without a buffer, and stays the caller's to close.
     LineReader(std::FILE* stream, std::size_t first_bytes, std::size_t growth_bytes);
 
     // The next line, with its newline if it has one. Good until the next call. False at the end, after a failed read,

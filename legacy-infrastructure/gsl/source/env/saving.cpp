@@ -39,7 +39,7 @@ bool finish(TextWriter& out, Stream stream) {
 
 // Removed settings are written too: with the file, the lines to remove are gone.
 bool write_new_file(EnvTable& table) {
-    Stream stream(Path(table.path).fopen("w"));
+    Stream stream = open_stream(table.path, "w");
     if (stream == nullptr) return false;
     TextWriter out(stream.get());
     for (EnvEntry& entry : used_slots(table)) {
@@ -73,10 +73,9 @@ void merge_line(TextWriter& out, EnvTable& table, std::string_view line, std::si
     }
 }
 
-bool write_merged(EnvTable& table, std::FILE* old_file, const Path& target) {
-    Stream stream(target.fopen("w"));
-    if (stream == nullptr) return false;
-    TextWriter out(stream.get());
+// Writes what becomes of all lines of the old file, and then the settings that no line held.
+bool write_merged(EnvTable& table, std::FILE* old_file, std::FILE* target) {
+    TextWriter out(target);
     LineReader reader(old_file, line_buffer_step, line_buffer_step);
     std::size_t hint = 0;
     std::string_view line;
@@ -84,14 +83,18 @@ bool write_merged(EnvTable& table, std::FILE* old_file, const Path& target) {
     for (EnvEntry& entry : used_slots(table)) {
         if (entry.key[0] != '\0' && entry.mod == ENVMOD_CHANGED) write_entry(out, &entry);
     }
-    return finish(out, std::move(stream)) && !reader.failed();
+    return out.flush() && !reader.failed();
 }
 
 bool merge_into_file(EnvTable& table, Stream old_file) {
-    const TemporaryFile merged("env_file", "cfg");
-    if (!write_merged(table, old_file.get(), merged.path())) return false;
+    TemporaryFile merged("env_file", "cfg");
+    std::FILE* stream = merged.stream();
+    if (stream == nullptr) return false;
+    go_without_buffer(stream);
+    if (!write_merged(table, old_file.get(), stream)) return false;
     old_file.reset();
-    return env_replace_file(table.path, merged.path());
+    std::rewind(stream);
+    return env_replace_file(table.path, stream);
 }
 
 }  // namespace
@@ -99,7 +102,7 @@ bool merge_into_file(EnvTable& table, Stream old_file) {
 bool env_save_table(EnvTable* table) {
     const auto entries = used_slots(*table);
     if (std::none_of(entries.begin(), entries.end(), is_unsaved)) return true;
-    Stream old_file(Path(table->path).fopen("r"));
+    Stream old_file = open_stream(table->path, "r");
     if (old_file != nullptr) return merge_into_file(*table, std::move(old_file));
     // A file that is there but cannot be read must not be written over.
     return errno == ENOENT && write_new_file(*table);
@@ -115,13 +118,11 @@ void env_prepare_user_directories(const char* path) {
     if (!Path(config).exists()) Path(config).create_directory();
 }
 
-bool env_replace_file(const Path& target, const Path& source) {
-    const Stream from(source.fopen("r"));
-    if (from == nullptr) return false;
-    Stream to(target.fopen("w"));
+bool env_replace_file(const Path& target, std::FILE* source) {
+    Stream to = open_stream(target, "w");
     if (to == nullptr) return false;
     constexpr std::size_t line_bytes = 12'000;
-    LineReader reader(from.get(), line_bytes, 0);
+    LineReader reader(source, line_bytes, 0);
     TextWriter out(to.get());
     std::string_view line;
     while (reader.next(&line)) out.write(line);

@@ -4,6 +4,8 @@
 #include <orvix/core/path.h>
 #include <orvix/gsl/environment.h>
 
+#include <cstdio>
+
 namespace orvix::gsl::env {
 
 // Writes the changes of a table to its file. The lines of the file that nothing was done to keep their place, their
@@ -14,7 +16,8 @@ bool env_save_table(EnvTable* table);
 // Makes the two directories above a user's file, if they are missing. Failures show in the save that follows.
 void env_prepare_user_directories(const char* path);
 
-// Copies the text of `source` over `target`, which stays the file that it is (a link, an owner, permissions).
-bool env_replace_file(const Path& target, const Path& source);
+// Copies the rest of the text of `source` over `target`, which stays the file that it is (a link, an owner,
+// permissions).
+bool env_replace_file(const Path& target, std::FILE* source);
 
 }  // namespace orvix::gsl::env

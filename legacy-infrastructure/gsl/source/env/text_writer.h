@@ -10,11 +10,8 @@ namespace orvix::gsl::env {
 // Collects text and writes it to a stream in large pieces. After a failed write nothing more is written.
 class TextWriter {
 public:
-    // `stream` has just been opened, and stays the caller's to close.
-    explicit TextWriter(std::FILE* stream) : stream_(stream) {
-        std::setvbuf(stream_, nullptr, _IONBF, 0);
-        text_.reserve(piece_bytes);
-    }
+    // `stream` has no buffer, and stays the caller's to close.
+    explicit TextWriter(std::FILE* stream) : stream_(stream) { text_.reserve(piece_bytes); }
 
     void write(std::string_view text) {
         if (text.size() > piece_bytes - text_.size()) flush();
