@@ -137,6 +137,30 @@ TEST_F(HeldDirectory, ReadsWhatLinksLeadToAndRemovesThemselves) {
     EXPECT_TRUE(fs::exists("dir/file"));
 }
 
+TEST_F(HeldDirectory, TellsAFileThatItMadeFromAllOthers) {
+    site.write("dir/old", "x");
+    fs::create_hard_link("dir/old", "dir/same");
+    Directory directory;
+    ASSERT_TRUE(directory.open(Path("dir"), place, followed));
+    const File old = directory.open_to_write("old");
+    const File made = directory.open_to_write("made");
+    ASSERT_TRUE(made.is_open());
+    EXPECT_TRUE(old.is_same_file(directory.open_to_write("same")));
+    EXPECT_FALSE(made.is_same_file(old));
+    EXPECT_FALSE(made.is_same_file(directory.open_to_write("made_too")));
+    EXPECT_EQ(made.status().st_size, 0);
+}
+
+TEST_F(HeldDirectory, WritesThroughALinkThatLeadsNowhere) {
+    fs::create_directory("dir");
+    fs::create_symlink("../new", "dir/link");
+    Directory directory;
+    ASSERT_TRUE(directory.open(Path("dir"), place, followed));
+    File file = directory.open_to_write("link");
+    EXPECT_EQ(file.write("abc", 3), 3U);
+    EXPECT_EQ(site.read("new"), "abc");
+}
+
 TEST_F(HeldDirectory, StaysItselfWhenItIsRenamed) {
     site.write("before/x", "1");
     Directory directory;

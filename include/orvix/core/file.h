@@ -40,10 +40,10 @@ public:
     /// True if a file is open.
     bool is_open() const { return handle_ != -1; }
 
-    /// What the system told of the file when it was opened.
+    /// What the system told of the file when it was opened. All zero for a file that is known to have been made then.
     const ::_stat64& status() const { return status_; }
 
-    /// True if both are one and the same file, under whatever names.
+    /// True if both are one and the same file, under whatever names. A file that was just made is the same as no other.
     bool is_same_file(const File& other) const;
 
     /// Reads bytes from where the last call ended.

@@ -113,7 +113,7 @@ File Directory::open_to_read(const char* entry) const {
 }
 
 File Directory::open_to_write(const char* entry) const {
-    return FileOpening::to_write([&](int flags) {
+    return FileOpening::to_make_or_write([&](int flags) {
         return uninterrupted(
             [&] { return openat(state_->number(), entry, flags | O_CLOEXEC, FileOpening::permission); });
     });

@@ -42,7 +42,8 @@ File File::open_to_write(const Path& name) {
 }
 
 bool File::is_same_file(const File& other) const {
-    return status_.st_dev == other.status_.st_dev && status_.st_ino == other.status_.st_ino;
+    const bool was_there = status_.st_ino != 0;
+    return was_there && status_.st_dev == other.status_.st_dev && status_.st_ino == other.status_.st_ino;
 }
 
 std::size_t File::read(char* buffer, std::size_t bytes) {

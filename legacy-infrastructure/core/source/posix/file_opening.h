@@ -6,6 +6,7 @@
 #include <orvix/core/file.h>
 
 #include <cerrno>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -30,6 +31,14 @@ struct FileOpening {
     template <class Open>
     static File to_write(Open open) {
         return adopt(open(O_RDWR | O_CREAT));
+    }
+
+    // The same where the file is likely to be missing: one that is made need not be looked at.
+    template <class Open>
+    static File to_make_or_write(Open open) {
+        File file;
+        file.handle_ = open(O_RDWR | O_CREAT | O_EXCL);
+        return file.is_open() || errno != EEXIST ? std::move(file) : to_write(open);
     }
 
 private:
