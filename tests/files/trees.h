@@ -1,0 +1,72 @@
+// Trees for tests to work on.
+#pragma once
+
+#include "support/random_text.h"
+#include "support/temporary_directory.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace orvix::test {
+
+// A directory to work in, in memory where the system has such a place: disks take their time with many small files.
+class TreeSite {
+public:
+    const TemporaryDirectory& directory() const { return directory_; }
+
+private:
+    static const char* place() {
+        return std::filesystem::is_directory("/dev/shm") ? "/dev/shm" : std::getenv("TMPDIR");
+    }
+
+    ScopedVariable variable_{"TMPDIR", place()};
+    TemporaryDirectory directory_{TemporaryDirectory::Enter::yes};
+};
+
+// All entries below a directory, relative to it.
+inline std::set<std::string> entries_below(const std::filesystem::path& directory) {
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(directory)) {
+        names.insert(entry.path().lexically_relative(directory).string());
+    }
+    return names;
+}
+
+// True if the system's own comparison finds the same entries with the same bytes.
+inline bool same_trees(const std::string& a, const std::string& b) {
+    return std::system(("diff -r '" + a + "' '" + b + "'").c_str()) == 0;
+}
+
+// Fills a directory with files and directories whose names are hard on programs that join and split them.
+inline void grow_random_tree(const std::filesystem::path& directory, RandomText& random, std::size_t most_entries) {
+    std::vector<std::filesystem::path> directories{directory};
+    std::filesystem::create_directories(directory);
+    const std::size_t entries = random.number(most_entries);
+    for (std::size_t i = 0; i < entries; ++i) {
+        const std::filesystem::path& parent = directories[random.number(directories.size() - 1)];
+        const std::string name = random.text("aAbB.~ *?\\:$%'\xc3\xa4", 6);
+        const std::filesystem::path path = parent / name;
+        if (name.empty() || name == "." || name == ".." || std::filesystem::exists(path)) continue;
+        if (random.number(3) == 0) {
+            std::filesystem::create_directory(path);
+            directories.push_back(path);
+        } else {
+            std::ofstream(path, std::ios::binary) << random.text("abc\n", 3000);
+        }
+    }
+}
+
+// Makes "d/d/.../d" below a directory, so many levels deep, with a file at the bottom.
+inline std::filesystem::path grow_deep_tree(const std::filesystem::path& directory, int levels) {
+    std::filesystem::path path = directory;
+    for (int level = 0; level < levels; ++level) path /= "d";
+    std::filesystem::create_directories(path);
+    std::ofstream(path / "f") << "bottom";
+    return path;
+}
+
+}  // namespace orvix::test
