@@ -6,6 +6,7 @@
 #include <orvix/gsl/environment.h>
 #include <orvix/gsl/error_handler.h>
 #include <orvix/gsl/file_names.h>
+#include <orvix/gsl/file_trees.h>
 #include <orvix/gsl/files.h>
 #include <orvix/gsl/getenv.h>
 #include <orvix/gsl/messages.h>

@@ -1,0 +1,251 @@
+// Removing files, wildcards and trees.
+
+#include "files/ordinary_user.h"
+#include "files/trees.h"
+#include "support/temporary_directory.h"
+
+#include <orvix/gsl/file_trees.h>
+#include <orvix/gsl/status.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace fs = std::filesystem;
+using orvix::test::entries_below;
+using orvix::test::grow_deep_tree;
+using orvix::test::grow_random_tree;
+using orvix::test::holds_for_ordinary_user;
+using orvix::test::RandomText;
+using orvix::test::TemporaryDirectory;
+using orvix::test::TreeSite;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+class RemoveTree : public testing::Test {
+protected:
+    TreeSite place;
+    const TemporaryDirectory& site = place.directory();
+};
+using RemoveSingle = RemoveTree;
+using RemoveWildcard = RemoveTree;
+
+}  // namespace
+
+TEST_F(RemoveSingle, File) {
+    site.write("a/x", "1");
+    EXPECT_TRUE(gfile_rm("a\\x", false));
+    EXPECT_TRUE(fs::is_empty("a"));
+    site.write("a/y", "1");
+    EXPECT_TRUE(gfile_rm("a/y", true));
+    EXPECT_TRUE(fs::is_empty("a"));
+}
+
+TEST_F(RemoveSingle, FileIsFoundIgnoringLetterCase) {
+    site.write("Layout.CFG", "1");
+    EXPECT_TRUE(gfile_rm("layout.cfg", false));
+    EXPECT_FALSE(fs::exists("Layout.CFG"));
+}
+
+TEST_F(RemoveSingle, MissingNameFailsAndSetsNoCode) {
+    GuiErrno = GUI_ERR_CLOCK_STOP;
+    EXPECT_FALSE(gfile_rm("missing", true));
+    EXPECT_FALSE(gfile_rm("", true));
+    EXPECT_FALSE(gfile_rm(nullptr, true));
+    EXPECT_EQ(GuiErrno, GUI_ERR_CLOCK_STOP);
+}
+
+TEST_F(RemoveSingle, PipeIsAFileToo) {
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    EXPECT_TRUE(gfile_rm("pipe", false));
+    EXPECT_FALSE(fs::exists("pipe"));
+}
+
+TEST_F(RemoveSingle, LinkGoesAndWhatItLeadsToStays) {
+    site.write("dir/x", "1");
+    for (const char* name : {"link", "link\\", "link/", "link\\\\", "link///"}) {
+        for (const bool recursive : {false, true}) {
+            SCOPED_TRACE(name);
+            fs::create_directory_symlink("dir", "link");
+            EXPECT_TRUE(gfile_rm(name, recursive));
+            EXPECT_FALSE(fs::is_symlink("link"));
+            EXPECT_EQ(site.read("dir/x"), "1");
+        }
+    }
+}
+
+TEST_F(RemoveSingle, LinkThatLeadsNowhereGoes) {
+    fs::create_symlink("nowhere", "link");
+    EXPECT_TRUE(gfile_rm("link", false));
+    EXPECT_FALSE(fs::is_symlink("link"));
+}
+
+TEST_F(RemoveSingle, NameOfMoreThan1024BytesFails) {
+    std::string name;
+    while (name.size() < 1024) name += ".\\";
+    site.write("x", "1");
+    EXPECT_FALSE(gfile_rm((name + "x").c_str(), true));
+    EXPECT_TRUE(gfile_rm((name.substr(2) + "x").c_str(), true));
+}
+
+TEST_F(RemoveWildcard, RemovesTheFilesThatMatch) {
+    site.write("a/x.txt", "1");
+    site.write("a/y.txt", "2");
+    site.write("a/z.cfg", "3");
+    EXPECT_TRUE(gfile_rm("a\\*.txt", false));
+    EXPECT_THAT(entries_below("a"), ElementsAre("z.cfg"));
+}
+
+TEST_F(RemoveWildcard, LeavesMatchingSubdirectories) {
+    site.write("a/x", "1");
+    site.write("a/sub/y", "2");
+    fs::create_directory("a/empty");
+    EXPECT_TRUE(gfile_rm("a\\*", true));
+    EXPECT_THAT(entries_below("a"), ElementsAre("empty", "sub", "sub/y"));
+}
+
+TEST_F(RemoveWildcard, ThatMatchesNothingSucceeds) {
+    site.write("a/x", "1");
+    EXPECT_TRUE(gfile_rm("a\\*.txt", false));
+    EXPECT_THAT(entries_below("a"), ElementsAre("x"));
+    fs::create_directory("empty");
+    EXPECT_TRUE(gfile_rm("empty\\*", false));
+}
+
+TEST_F(RemoveWildcard, NeedsADirectoryNamedWithABackslash) {
+    site.write("x.txt", "1");
+    site.write("a/x.txt", "1");
+    EXPECT_FALSE(gfile_rm("*.txt", false));
+    EXPECT_FALSE(gfile_rm("a/*.txt", false));
+    EXPECT_FALSE(gfile_rm("missing\\*.txt", false));
+    EXPECT_FALSE(gfile_rm("x.txt\\*", false));
+    EXPECT_THAT(entries_below("."), ElementsAre("a", "a/x.txt", "x.txt"));
+}
+
+TEST_F(RemoveWildcard, RemovesLinksAndNotWhatTheyLeadTo) {
+    site.write("outside/x", "1");
+    fs::create_directory("a");
+    fs::create_directory_symlink("../outside", "a/link");
+    fs::create_symlink("nowhere", "a/dangling");
+    EXPECT_TRUE(gfile_rm("a\\*", false));
+    EXPECT_TRUE(fs::is_empty("a"));
+    EXPECT_EQ(site.read("outside/x"), "1");
+}
+
+TEST_F(RemoveWildcard, TellsLetterCaseApart) {
+    site.write("a/x", "1");
+    site.write("a/X", "2");
+    EXPECT_TRUE(gfile_rm("A\\x*", false));
+    EXPECT_THAT(entries_below("a"), ElementsAre("X"));
+}
+
+TEST_F(RemoveTree, NeedsToBeAskedFor) {
+    site.write("a/x", "1");
+    fs::create_directory("empty");
+    EXPECT_FALSE(gfile_rm("a", false));
+    EXPECT_FALSE(gfile_rm("empty", false));
+    EXPECT_EQ(site.read("a/x"), "1");
+    EXPECT_TRUE(fs::exists("empty"));
+}
+
+TEST_F(RemoveTree, TakesAllBelowWithIt) {
+    site.write("a/x", "1");
+    site.write("a/.hidden/y", "2");
+    site.write("a/b/c/z", "3");
+    fs::create_directory("a/empty");
+    EXPECT_TRUE(gfile_rm("a/", true));
+    EXPECT_FALSE(fs::exists("a"));
+}
+
+TEST_F(RemoveTree, NeverGoesThroughLinks) {
+    site.write("outside/sub/x", "1");
+    site.write("file", "2");
+    fs::create_directories("a/b");
+    fs::create_directory_symlink("../../outside", "a/b/dir");
+    fs::create_directory_symlink("..", "a/b/parent");
+    fs::create_symlink("../file", "a/link");
+    fs::create_symlink("nowhere", "a/dangling");
+    EXPECT_TRUE(gfile_rm("a", true));
+    EXPECT_FALSE(fs::exists("a"));
+    EXPECT_EQ(site.read("outside/sub/x"), "1");
+    EXPECT_EQ(site.read("file"), "2");
+}
+
+TEST_F(RemoveTree, GoesOnAfterAFailureAndReportsItAtTheEnd) {
+    for (int i = 0; i < 20; ++i) site.write("a/f" + std::to_string(i), "1");
+    site.write("a/kept/y", "2");
+    site.write("a/kept/deeper/z", "3");
+    site.write("a/gone/z", "4");
+    for (const char* name : {"a", "a/kept/deeper", "a/gone"}) fs::permissions(name, fs::perms(0777));
+    fs::permissions("a/kept", fs::perms(0555));
+    EXPECT_TRUE(holds_for_ordinary_user([] { return !gfile_rm("a", true); }));
+    EXPECT_THAT(entries_below("a"), ElementsAre("kept", "kept/deeper", "kept/y"));
+}
+
+TEST_F(RemoveTree, UnreadableDirectoryStays) {
+    site.write("a/x", "1");
+    fs::create_directory("a/secret");
+    fs::permissions("a", fs::perms(0777));
+    fs::permissions("a/secret", fs::perms(0000));
+    EXPECT_TRUE(holds_for_ordinary_user([] { return !gfile_rm("a", true); }));
+    fs::permissions("a/secret", fs::perms(0755));
+    EXPECT_THAT(entries_below("a"), ElementsAre("secret"));
+}
+
+TEST_F(RemoveTree, WithNamesThatDifferInLetterCase) {
+    site.write("t/a/x", "1");
+    site.write("t/A/x", "2");
+    site.write("t/A/X", "3");
+    EXPECT_TRUE(gfile_rm("t\\A", true));
+    EXPECT_THAT(entries_below("t"), ElementsAre("a", "a/x"));
+}
+
+TEST_F(RemoveTree, OfDepth200) {
+    grow_deep_tree("t", 200);
+    EXPECT_TRUE(gfile_rm("t", true));
+    EXPECT_FALSE(fs::exists("t"));
+}
+
+TEST_F(RemoveTree, AsDeepAsNamesMayBeWithFewOpenFiles) {
+    grow_deep_tree("t", 510);
+    for (fs::path path = "t/d"; path.string().size() < 1000; path /= "d/d/d") site.write(path.string() + "/e/f", "");
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit few{60, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+    const bool removed = gfile_rm("t", true);
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_TRUE(removed);
+    EXPECT_FALSE(fs::exists("t"));
+}
+
+TEST_F(RemoveTree, WhatIsDeeperThanNamesMayBeStays) {
+    const fs::path bottom = grow_deep_tree("t", 512);
+    site.write("t/x", "1");
+    EXPECT_FALSE(gfile_rm("t", true));
+    EXPECT_TRUE(fs::exists(bottom / "f"));
+    EXPECT_FALSE(fs::exists("t/x"));
+}
+
+TEST_F(RemoveTree, OfTenThousandFiles) {
+    for (int i = 0; i < 10000; ++i) site.write("t/" + std::to_string(i % 3) + "/" + std::to_string(i), "");
+    EXPECT_TRUE(gfile_rm("t", true));
+    EXPECT_FALSE(fs::exists("t"));
+}
+
+TEST_F(RemoveTree, OfRandomNames) {
+    for (unsigned seed = 0; seed < 60; ++seed) {
+        SCOPED_TRACE(seed);
+        RandomText random(seed);
+        grow_random_tree("t", random, 40);
+        ASSERT_TRUE(gfile_rm("t", true));
+        ASSERT_THAT(entries_below("."), IsEmpty());
+    }
+}
