@@ -2,6 +2,7 @@
 /// Every family of the library. Programs that use one or two include those headers instead.
 #pragma once
 
+#include <orvix/gsl/application_environment.h>
 #include <orvix/gsl/directory_scan.h>
 #include <orvix/gsl/environment.h>
 #include <orvix/gsl/error_handler.h>
