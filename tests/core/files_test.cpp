@@ -238,16 +238,15 @@ TEST_F(Files, TemporaryFileLiesInTheDirectoryOfItsPrefix) {
     EXPECT_EQ(std::distance(fs::directory_iterator(site.path() / "in"), fs::directory_iterator()), 1);
 }
 
-TEST_F(Files, TemporaryFileHasAStreamForWritingAndReading) {
-    orvix::TemporaryFile file("x", "y");
-    std::FILE* stream = file.stream();
-    ASSERT_NE(stream, nullptr);
-    EXPECT_EQ(file.stream(), stream);
-    EXPECT_FALSE(is_inherited(fileno(stream)));
-    std::fputs("text", stream);
-    std::rewind(stream);
-    EXPECT_EQ(std::fgetc(stream), 't');
-    EXPECT_EQ(orvix::test::read_file(file.path().host()), "text");
+TEST_F(Files, TemporaryFileIsOpenForWritingAndReading) {
+    orvix::TemporaryFile temporary("x", "y");
+    ASSERT_TRUE(temporary.file().is_open());
+    EXPECT_EQ(temporary.file().write("text", 4), 4U);
+    EXPECT_TRUE(temporary.file().rewind());
+    char text[8] = "";
+    EXPECT_EQ(temporary.file().read(text, sizeof text), 4U);
+    EXPECT_STREQ(text, "text");
+    EXPECT_EQ(orvix::test::read_file(temporary.path().host()), "text");
 }
 
 TEST_F(Files, TemporaryFileLiesInTheLastResortIfItsPlaceDoesNotWork) {
@@ -259,7 +258,7 @@ TEST_F(Files, TemporaryFileLiesInTheLastResortIfItsPlaceDoesNotWork) {
 TEST_F(Files, TemporaryFileThatCannotBeMadeHasAnEmptyPath) {
     const orvix::TemporaryFile file("missing\\x", "y");
     EXPECT_EQ(file.path().string(), "");
-    EXPECT_EQ(orvix::TemporaryFile("missing\\x", "y").stream(), nullptr);
+    EXPECT_FALSE(orvix::TemporaryFile("missing\\x", "y").file().is_open());
 }
 
 TEST_F(Files, TemporaryFileWorksWhereNoDriveHoldsItsDirectory) {

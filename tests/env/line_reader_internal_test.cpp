@@ -4,6 +4,8 @@
 #include "support/random_text.h"
 #include "support/temporary_directory.h"
 
+#include <orvix/core/file.h>
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -22,15 +24,14 @@ using Lines = std::vector<std::string>;
 Lines lines_of(std::string_view bytes, std::size_t first_bytes = 2048, std::size_t growth_bytes = 2048) {
     const TemporaryDirectory directory;
     write_file(directory.path() / "lines", bytes);
-    std::FILE* stream = std::fopen((directory.path() / "lines").c_str(), "r");
+    orvix::core::File file = orvix::core::File::open_to_read(directory.name("lines"));
     Lines lines;
-    LineReader reader(stream, first_bytes, growth_bytes);
+    LineReader reader(file, first_bytes, growth_bytes);
     std::string_view line;
     while (reader.next(&line)) lines.emplace_back(line);
     EXPECT_FALSE(reader.failed());
     EXPECT_EQ(reader.bytes_read(), bytes.size());
     EXPECT_FALSE(reader.next(&line));
-    std::fclose(stream);
     return lines;
 }
 
@@ -120,12 +121,10 @@ TEST(LineReaderModelTest, EveryByteAtEveryPlaceOfAChunkBoundary) {
 }
 
 TEST(LineReaderFailure, AFailedReadEndsTheLinesAndIsTold) {
-    // A stream open for writing alone refuses to be read.
-    std::FILE* stream = std::fopen("/dev/null", "w");
-    ASSERT_NE(stream, nullptr);
-    LineReader reader(stream, 2048, 2048);
+    // A file that is not open refuses to be read.
+    orvix::core::File file;
+    LineReader reader(file, 2048, 2048);
     std::string_view line;
     EXPECT_FALSE(reader.next(&line));
     EXPECT_TRUE(reader.failed());
-    std::fclose(stream);
 }

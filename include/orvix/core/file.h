@@ -54,6 +54,10 @@ public:
     /// @return how many were written: fewer than asked for on failure alone
     std::size_t write(const char* buffer, std::size_t bytes);
 
+    /// Goes back to the start of the file, for reading and writing alike.
+    /// @return true on success
+    bool rewind();
+
     /// Cuts off what the file held beyond `bytes` when it was opened. A device or a pipe has nothing to cut off.
     /// @return true if nothing of it is left
     bool shorten(std::uint64_t bytes);
@@ -70,6 +74,7 @@ private:
     friend struct FileOpening;
 
     std::intptr_t handle_ = -1;
+    std::uint64_t bytes_read_ = 0;
     ::_stat64 status_{};
 };
 

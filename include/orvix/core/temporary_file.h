@@ -3,9 +3,9 @@
 #pragma once
 
 #include <orvix/core/export.h>
+#include <orvix/core/file.h>
 #include <orvix/core/path.h>
 
-#include <cstdio>
 #include <string>
 
 namespace orvix {
@@ -25,15 +25,12 @@ public:
     /// The file's name; empty if it could not be made.
     const Path& path() const { return path_; }
 
-    /// A stream on the file, open since it was made, for writing and reading from the start. It belongs to this object,
-    /// which closes it.
-    /// @return the same stream each time; null if the file could not be made, or without memory
-    std::FILE* stream();
+    /// The file, open for reading and writing since it was made; not open if it could not be made.
+    core::File& file() { return file_; }
 
 private:
     Path path_;
-    int descriptor_ = -1;  // until a stream has taken it over
-    std::FILE* stream_ = nullptr;
+    core::File file_;
 };
 
 }  // namespace orvix

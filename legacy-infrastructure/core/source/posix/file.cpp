@@ -7,6 +7,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,6 +16,12 @@ namespace orvix::core {
 namespace {
 
 int descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
+
+// Opening did not wait for the other end of a pipe; reading does, as long as there is one.
+bool wait_for_input(int number) {
+    pollfd input{number, POLLIN, 0};
+    return uninterrupted([&] { return poll(&input, 1, -1); }) == 1;
+}
 
 }  // namespace
 
@@ -25,10 +32,12 @@ File::~File() {
     errno = saved;
 }
 
-File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, -1)), status_(other.status_) {}
+File::File(File&& other) noexcept
+    : handle_(std::exchange(other.handle_, -1)), bytes_read_(other.bytes_read_), status_(other.status_) {}
 
 File& File::operator=(File&& other) noexcept {
     std::swap(handle_, other.handle_);
+    std::swap(bytes_read_, other.bytes_read_);
     std::swap(status_, other.status_);
     return *this;
 }
@@ -47,11 +56,18 @@ bool File::is_same_file(const File& other) const {
 }
 
 std::size_t File::read(char* buffer, std::size_t bytes) {
+    // A regular file tells its size, which spares a call to be told of its end. Files that the system makes up say 0.
+    const std::uint64_t size = S_ISREG(status_.st_mode) ? static_cast<std::uint64_t>(status_.st_size) : 0;
     std::size_t done = 0;
     while (done < bytes) {
         const ssize_t step = ::read(descriptor(handle_), buffer + done, bytes - done);
+        if (step == -1 && errno == EAGAIN && wait_for_input(descriptor(handle_))) continue;
         if (step == 0 || (step == -1 && errno != EINTR)) break;
-        if (step > 0) done += static_cast<std::size_t>(step);
+        if (step > 0) {
+            done += static_cast<std::size_t>(step);
+            bytes_read_ += static_cast<std::uint64_t>(step);
+            if (bytes_read_ == size) break;
+        }
     }
     return done;
 }
@@ -64,6 +80,11 @@ std::size_t File::write(const char* buffer, std::size_t bytes) {
         if (step > 0) done += static_cast<std::size_t>(step);
     }
     return done;
+}
+
+bool File::rewind() {
+    bytes_read_ = 0;
+    return lseek(descriptor(handle_), 0, SEEK_SET) == 0;
 }
 
 bool File::shorten(std::uint64_t bytes) {

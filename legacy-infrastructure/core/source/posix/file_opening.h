@@ -41,6 +41,13 @@ struct FileOpening {
         return file.is_open() || errno != EEXIST ? std::move(file) : to_write(open);
     }
 
+    // A file that was just made by other means.
+    static File of_new(int number) {
+        File file;
+        file.handle_ = number;
+        return file;
+    }
+
 private:
     static File adopt(int number) {
         Descriptor descriptor(number);

@@ -1,5 +1,6 @@
 #include "posix/descriptor.h"
 #include "posix/drives.h"
+#include "posix/file_opening.h"
 #include "posix/host_name.h"
 
 #include <orvix/core/temporary_file.h>
@@ -100,23 +101,14 @@ TemporaryFile::TemporaryFile(const std::string& prefix, const std::string& exten
         const std::string host = make_file_in(directory, places.prefix, ending, &file);
         if (host.empty()) continue;
         path_ = path_of(host);
-        descriptor_ = file.release();
+        file_ = core::FileOpening::of_new(file.release());
         return;
     }
 }
 
-std::FILE* TemporaryFile::stream() {
-    if (stream_ == nullptr && descriptor_ != -1) {
-        stream_ = fdopen(descriptor_, "w+");
-        if (stream_ != nullptr) descriptor_ = -1;
-    }
-    return stream_;
-}
-
 TemporaryFile::~TemporaryFile() {
     const int saved = errno;
-    if (stream_ != nullptr) std::fclose(stream_);
-    if (descriptor_ != -1) ::close(descriptor_);
+    file_.close();
     if (!core::PathAccess::text(path_).empty()) path_.delete_file_or_directory();
     errno = saved;
 }

@@ -1,8 +1,10 @@
 #include "env/config_line.h"
 #include "env/line_reader.h"
 #include "env/loading.h"
-#include "env/stream.h"
 #include "env/table.h"
+
+#include <orvix/core/file.h>
+#include <orvix/core/path.h>
 
 #include <cstring>
 #include <string>
@@ -45,11 +47,11 @@ void env_read_file(Load& load, EnvlocE level, bool verbatim, bool included, cons
                    bool expand_values) {
     // Noted before the file is tried: a level without a file still knows where a save has to make it.
     if (!included) std::memmove(table->path, path, std::strlen(path) + 1);
-    const Stream file = open_stream(path, "r");
-    if (file == nullptr) return;
+    core::File file = core::File::open_to_read(Path(path));
+    if (!file.is_open()) return;
     if (included) ++load.files;
 
-    LineReader reader(file.get(), line_buffer_step, line_buffer_step);
+    LineReader reader(file, line_buffer_step, line_buffer_step);
     const Reading reading{level, verbatim, included, expand_values};
     std::string_view line;
     while (reader.next(&line)) read_line(load, reading, line);

@@ -1,16 +1,18 @@
 #include "env/line_reader.h"
 
+#include <orvix/core/file.h>
 #include <orvix/gsl/status.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 namespace orvix::gsl::env {
 
 void LineReader::Free::operator()(char* block) const { gmem_ee_free(block); }
 
-LineReader::LineReader(std::FILE* stream, std::size_t first_bytes, std::size_t growth_bytes)
-    : stream_(stream), line_bytes_(first_bytes), growth_bytes_(growth_bytes) {}
+LineReader::LineReader(core::File& file, std::size_t first_bytes, std::size_t growth_bytes)
+    : file_(file), line_bytes_(first_bytes), growth_bytes_(growth_bytes) {}
 
 bool LineReader::next(std::string_view* line) {
     std::size_t searched = 0;  // bytes of the line that hold no newline
@@ -49,7 +51,7 @@ std::string_view LineReader::take(std::size_t bytes) {
     return text;
 }
 
-// False at the end of the stream, and on failure.
+// False at the end of the file, and on failure.
 bool LineReader::read_more() {
     if (ended_) return false;
     if (!make_room()) {
@@ -57,7 +59,8 @@ bool LineReader::read_more() {
         return false;
     }
     const std::size_t wanted = chunk_bytes_ - end_;
-    const std::size_t got = std::fread(chunk_ + end_, 1, wanted, stream_);
+    errno = 0;  // tells a failed read from the end
+    const std::size_t got = file_.read(chunk_ + end_, wanted);
     const std::size_t before = end_;
     const bool had_nul = nul_ < end_;
     end_ += got;
@@ -65,7 +68,7 @@ bool LineReader::read_more() {
     if (!had_nul) find_nul(before);
     if (got < wanted) {
         ended_ = true;
-        failed_ = std::ferror(stream_) != 0;
+        failed_ = errno != 0;
     }
     return got > 0 && !failed_;
 }

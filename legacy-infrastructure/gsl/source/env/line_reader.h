@@ -4,13 +4,16 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <memory>
 #include <string_view>
 
+namespace orvix::core {
+class File;
+}
+
 namespace orvix::gsl::env {
 
-// Reads a stream in large chunks and hands out its lines. What counts as one line is told by a line buffer that is
+// Reads a file in large chunks and hands out its lines. What counts as one line is told by a line buffer that is
 // filled as `std::fgets` fills it, and whose text ends at the first NUL byte:
 //
 // - a buffer of `first_bytes` takes a line, newline included, or its first `first_bytes - 1` bytes;
@@ -23,8 +26,8 @@ namespace orvix::gsl::env {
 // Memory is bounded by the longest line.
 class LineReader {
 public:
-    // `stream` is best without a buffer, and stays the caller's to close.
-    LineReader(std::FILE* stream, std::size_t first_bytes, std::size_t growth_bytes);
+    // Reads from where the file stands. It stays the caller's.
+    LineReader(core::File& file, std::size_t first_bytes, std::size_t growth_bytes);
 
     // The next line, with its newline if it has one. Good until the next call. False at the end, after a failed read,
     // and without memory.
@@ -33,7 +36,7 @@ public:
     // True if the end was not reached: a read failed, or memory ran out.
     bool failed() const { return failed_; }
 
-    // Bytes taken from the stream so far.
+    // Bytes taken from the file so far.
     std::uint64_t bytes_read() const { return bytes_read_; }
 
     LineReader(const LineReader&) = delete;
@@ -52,7 +55,7 @@ private:
     void move_to_front(char* chunk);
     void find_nul(std::size_t from);
 
-    std::FILE* stream_;
+    core::File& file_;
     std::size_t line_bytes_;  // size of the line buffer, its zero byte included
     std::size_t growth_bytes_;
 

@@ -2,11 +2,11 @@
 
 #include "env/config_line.h"
 #include "env/line_reader.h"
-#include "env/stream.h"
 #include "env/table.h"
 #include "env/text_writer.h"
 #include "text/bytes.h"
 
+#include <orvix/core/file.h>
 #include <orvix/core/temporary_file.h>
 
 #include <algorithm>
@@ -31,21 +31,21 @@ void write_entry(TextWriter& out, EnvEntry* entry) {
     write_setting(out, entry->key, value_of(*entry));
 }
 
-// Closes a stream that was written to; what the system held back until now may fail here.
-bool finish(TextWriter& out, Stream stream) {
-    const bool written = out.flush();
-    return std::fclose(stream.release()) == 0 && written;
+// Closes a file that was written to; what the system held back until now may fail here.
+bool finish(TextWriter& out, core::File& file) {
+    const bool written = out.finish();
+    return file.close() && written;
 }
 
 // Removed settings are written too: with the file, the lines to remove are gone.
 bool write_new_file(EnvTable& table) {
-    Stream stream = open_stream(table.path, "w");
-    if (stream == nullptr) return false;
-    TextWriter out(stream.get());
+    core::File file = core::File::open_to_write(Path(table.path));
+    if (!file.is_open()) return false;
+    TextWriter out(file);
     for (EnvEntry& entry : used_slots(table)) {
         if (entry.key[0] != '\0' && entry.mod != ENVMOD_INCLUDED) write_entry(out, &entry);
     }
-    return finish(out, std::move(stream));
+    return finish(out, file);
 }
 
 std::string upper_case(std::string_view name) {
@@ -74,7 +74,7 @@ void merge_line(TextWriter& out, EnvTable& table, std::string_view line, std::si
 }
 
 // Writes what becomes of all lines of the old file, and then the settings that no line held.
-bool write_merged(EnvTable& table, std::FILE* old_file, std::FILE* target) {
+bool write_merged(EnvTable& table, core::File& old_file, core::File& target) {
     TextWriter out(target);
     LineReader reader(old_file, line_buffer_step, line_buffer_step);
     std::size_t hint = 0;
@@ -83,18 +83,14 @@ bool write_merged(EnvTable& table, std::FILE* old_file, std::FILE* target) {
     for (EnvEntry& entry : used_slots(table)) {
         if (entry.key[0] != '\0' && entry.mod == ENVMOD_CHANGED) write_entry(out, &entry);
     }
-    return out.flush() && !reader.failed();
+    return out.finish() && !reader.failed();
 }
 
-bool merge_into_file(EnvTable& table, Stream old_file) {
+bool merge_into_file(EnvTable& table, core::File old_file) {
     TemporaryFile merged("env_file", "cfg");
-    std::FILE* stream = merged.stream();
-    if (stream == nullptr) return false;
-    go_without_buffer(stream);
-    if (!write_merged(table, old_file.get(), stream)) return false;
-    old_file.reset();
-    std::rewind(stream);
-    return env_replace_file(table.path, stream);
+    if (!merged.file().is_open() || !write_merged(table, old_file, merged.file())) return false;
+    old_file.close();
+    return merged.file().rewind() && env_replace_file(Path(table.path), merged.file());
 }
 
 }  // namespace
@@ -102,8 +98,8 @@ bool merge_into_file(EnvTable& table, Stream old_file) {
 bool env_save_table(EnvTable* table) {
     const auto entries = used_slots(*table);
     if (std::none_of(entries.begin(), entries.end(), is_unsaved)) return true;
-    Stream old_file = open_stream(table->path, "r");
-    if (old_file != nullptr) return merge_into_file(*table, std::move(old_file));
+    core::File old_file = core::File::open_to_read(Path(table->path));
+    if (old_file.is_open()) return merge_into_file(*table, std::move(old_file));
     // A file that is there but cannot be read must not be written over.
     return errno == ENOENT && write_new_file(*table);
 }
@@ -118,15 +114,15 @@ void env_prepare_user_directories(const char* path) {
     if (!Path(config).exists()) Path(config).create_directory();
 }
 
-bool env_replace_file(const Path& target, std::FILE* source) {
-    Stream to = open_stream(target, "w");
-    if (to == nullptr) return false;
+bool env_replace_file(const Path& target, core::File& source) {
+    core::File to = core::File::open_to_write(target);
+    if (!to.is_open()) return false;
     constexpr std::size_t line_bytes = 12'000;
     LineReader reader(source, line_bytes, 0);
-    TextWriter out(to.get());
+    TextWriter out(to);
     std::string_view line;
     while (reader.next(&line)) out.write(line);
-    return finish(out, std::move(to)) && !reader.failed();
+    return finish(out, to) && !reader.failed();
 }
 
 }  // namespace orvix::gsl::env

@@ -1,10 +1,9 @@
 // Writing tables back to their files.
 #pragma once
 
+#include <orvix/core/file.h>
 #include <orvix/core/path.h>
 #include <orvix/gsl/environment.h>
-
-#include <cstdio>
 
 namespace orvix::gsl::env {
 
@@ -18,6 +17,6 @@ void env_prepare_user_directories(const char* path);
 
 // Copies the rest of the text of `source` over `target`, which stays the file that it is (a link, an owner,
 // permissions).
-bool env_replace_file(const Path& target, std::FILE* source);
+bool env_replace_file(const Path& target, core::File& source);
 
 }  // namespace orvix::gsl::env
