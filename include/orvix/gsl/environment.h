@@ -91,9 +91,9 @@ ORVIX_GSL_API bool gui_env_init(void);
 /// @return the environment, to be given back with `gui_env_close`; null for a null or empty name or without memory
 ORVIX_GSL_API eeEnv* gui_env_open(const char* name, EnvlocE loc);
 
-/// Saves an environment, if asked, and frees it with all in it, in the order of levels 4, 3, 2, 1. Directories that the
-/// user's file needs are made. A level that cannot be saved does not keep the others from being saved, but its changes
-/// are lost.
+/// Saves an environment, if asked, and frees it with all in it, in the order of levels 4, 3, 2, 1. The two directories
+/// below `HOME` that hold the user's file are made if need be. A level that cannot be saved does not keep the others
+/// from being saved, but its changes are lost.
 ///
 /// The master is closed by `gui_env_deinit`: this call would save and empty it, and leave it open without settings.
 ///
@@ -161,10 +161,8 @@ ORVIX_GSL_API bool gui_env_exists(eeEnv* env, char* name, EnvlocE loc);
 ///
 /// @param env    open environment; null fails
 /// @param name   setting; null and "" fail
-/// @param value  text, copied, which may hold anything; saved with a line break or white space at its ends it reads
-/// back
-///               otherwise. Null takes the value of an existing setting away (it then reads as empty) and stores no
-///               new one.
+/// @param value  text, copied. White space at its ends, and what follows a line break, do not survive a save. Null
+///               takes the value of an existing setting away (it then reads as empty) and stores no new one.
 /// @param loc    level to search and to store in
 /// @return true if stored; false also for a null value of a setting that does not exist, and without memory
 ORVIX_GSL_API bool gui_env_put(eeEnv* env, const char* name, const char* value, EnvlocE loc);
@@ -223,9 +221,8 @@ ORVIX_GSL_API bool gui_env_setrlimit_max(int resource);
 /// than the source, more than 20,000 rounds above the number of settings in sight, or 4 GiB of text rewritten in all
 /// (where a reference counts as many bytes as its lookup takes nanoseconds).
 ///
-/// @param dest  receives the text and its zero byte, or the empty string if the result is not 0; may be `src`; null
-/// asks
-///              only for the result
+/// @param dest  receives the text and its zero byte, or the empty string if the result is not 0; may be `src`. Null
+///              asks only for the result.
 /// @param src   text to expand; null gives -1
 /// @param size  bytes that `dest` holds, zero byte included; with 0 `dest` is not touched
 /// @param env   first environment to ask; null asks the master alone and hides the further ones
@@ -261,17 +258,15 @@ ORVIX_GSL_API long long gui_env_get_ee_and_expand(const char* name, char* buffer
 /// @param expand  whether the element is expanded, as by `gui_env_expand_str`
 /// @param size    bytes that `dest` holds, zero byte included
 /// @param env     as in `gui_env_expand_str`, with what follows
-/// @return 0; -1 if the element expands to nothing (the walk goes on), or without memory; -2 at the end of the list,
-/// and
+/// @return 0; -1 if the element expands to nothing (the walk goes on), or without memory; -2 at the end of the list and
 ///         before any list was given; else the bytes that `dest` must hold
 ORVIX_GSL_API long long gui_env_extract_path(char* dest, char* src, bool expand, std::size_t size, eeEnv* env, ...);
 
 /// Steps through a path list. One walk at a time for the whole process.
 ///
 /// @param text  list to start with, which must stay alive and unchanged during the walk; null goes on
-/// @return the element, possibly empty, in a buffer of the library that stays good until the next call; null at the
-/// end.
-///         Without memory "\nout of memory" goes to the standard error stream, and the result is null.
+/// @return the element, possibly empty, in a buffer of the library that stays good until the next call. Null at the
+///         end, and without memory: then "\nout of memory" goes to the standard error stream.
 ORVIX_GSL_API char* gui_env_get_tok(char* text);
 
 /// @}

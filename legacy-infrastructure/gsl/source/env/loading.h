@@ -30,8 +30,7 @@ struct Load {
     std::uint64_t expansion_work_left = most_expansion_work;
 };
 
-// Finds the file of a level and reads it; at level 4 the add-on files of the name too. Numbers that are no level do
-// nothing.
+// Finds the file of a level and reads it, and at level 4 the add-on files of the name. Other numbers do nothing.
 //
 // `verbatim`: the name is the file's whole name, for level 1. `included`: the name stands in an include line, and may
 // be complete.

@@ -44,8 +44,7 @@ void clear(EnvTable& table);
 // A copy on the heap of the library's allocator; null without memory.
 char* copy_text(std::string_view text);
 
-// Notes that a value changes: an included entry stays included, and a removed one comes back to life without its user
-// pointer.
+// Notes that a value changes: an included entry stays included, and a removed one comes back without its user pointer.
 void mark_changed(EnvEntry* entry);
 
 // Stores a value; `mod` is the state of a new entry. False without memory, or if `name` is empty.
