@@ -18,6 +18,7 @@
 #include <orvix/gsl/sort.h>
 #include <orvix/gsl/status.h>
 #include <orvix/gsl/streams.h>
+#include <orvix/gsl/string_database.h>
 #include <orvix/gsl/string_utilities.h>
 #include <orvix/gsl/temporary_names.h>
 #include <orvix/gsl/time.h>
