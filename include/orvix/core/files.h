@@ -6,6 +6,7 @@
 #include <orvix/core/export.h>
 #include <orvix/core/path.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -13,6 +14,14 @@ namespace orvix {
 
 /// @return the current directory in the library's form; empty if it cannot be told or no drive holds it
 ORVIX_CORE_API std::string getcwd_utf8();
+
+namespace core {
+/// Writes what `getcwd_utf8` gives, for callers that ask often.
+///
+/// @param to  receives the text without a zero byte; must hold it
+/// @return the bytes written
+ORVIX_CORE_API std::size_t put_current_directory(char* to);
+}  // namespace core
 
 /// Changes the current directory of the whole process.
 /// @return 0 on success, else -1

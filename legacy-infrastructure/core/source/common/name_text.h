@@ -24,9 +24,14 @@ constexpr bool is_network_name(std::string_view name) {
 // Begins with a separator, or carries a drive: joined to a directory it would not lie below it.
 constexpr bool is_rooted(std::string_view name) { return has_drive(name) || (!name.empty() && is_separator(name[0])); }
 
+// Stores each byte, changed or not: that compilers turn into vector code.
+inline void put_with_backslashes(std::string_view name, char* to) {
+    for (std::size_t i = 0; i < name.size(); ++i) to[i] = name[i] == '/' ? '\\' : name[i];
+}
+
 inline std::string with_backslashes(std::string_view name) {
-    std::string text(name);
-    std::replace(text.begin(), text.end(), '/', '\\');
+    std::string text(name.size(), '\0');
+    put_with_backslashes(name, text.data());
     return text;
 }
 

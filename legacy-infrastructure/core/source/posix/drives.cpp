@@ -2,8 +2,9 @@
 
 #include "common/name_text.h"
 
+#include <orvix/core/files.h>
+
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 
 #include <unistd.h>
@@ -25,12 +26,29 @@ std::optional<std::string> clean_root(const char* text) {
     return root;
 }
 
+// Without a call: the whole environment is looked through for each name that is given its drive.
+bool begins_with(const char* text, std::string_view prefix) {
+    for (const char c : prefix) {
+        if (*text++ != c) return false;
+    }
+    return true;
+}
+
 // True if some letter has a variable of its own. Most hosts have none, and then `C:` is all there is.
 bool any_drive_variable() {
     for (char** variable = environ; variable != nullptr && *variable != nullptr; ++variable) {
-        if (std::strncmp(*variable, variable_prefix.data(), variable_prefix.size()) == 0) return true;
+        if (begins_with(*variable, variable_prefix)) return true;
     }
     return false;
+}
+
+// Calls `use` with the current directory as the host spells it, and with "" if it cannot be told.
+template <class Use>
+auto with_host_current_directory(Use use) {
+    char buffer[1024];
+    if (getcwd(buffer, sizeof buffer) != nullptr) return use(std::string_view(buffer));
+    const std::unique_ptr<char, decltype(&std::free)> longer(getcwd(nullptr, 0), &std::free);
+    return use(std::string_view(longer != nullptr ? longer.get() : ""));
 }
 
 bool holds(std::string_view root, std::string_view host) {
@@ -44,14 +62,19 @@ std::optional<std::string> without_links(const std::string& root) {
     return clean_root(resolved.get());
 }
 
-// The drive that holds an absolute host name. Its root is given in the spelling in which it does.
-std::optional<Drive> drive_holding(std::string_view host) {
-    if (!any_drive_variable()) return Drive{'C', ""};
-    std::optional<Drive> best;
-    const auto offer = [&](char letter, const std::string& root) {
+// A drive, and how much of a host name is its root.
+struct Holder {
+    char letter;
+    std::size_t root_bytes;
+};
+
+std::optional<Holder> drive_holding(std::string_view host) {
+    if (!any_drive_variable()) return Holder{'C', 0};
+    std::optional<Holder> best;
+    const auto offer = [&](char letter, std::string_view root) {
         if (!holds(root, host)) return;
-        const bool longer = !best || root.size() > best->root.size();
-        if (longer || (root.size() == best->root.size() && letter == 'C')) best = Drive{letter, root};
+        const bool longer = !best || root.size() > best->root_bytes;
+        if (longer || (root.size() == best->root_bytes && letter == 'C')) best = Holder{letter, root.size()};
     };
     for (char letter = 'A'; letter <= 'Z'; ++letter) {
         const std::optional<Drive> drive = drive_of(letter);
@@ -60,6 +83,30 @@ std::optional<Drive> drive_holding(std::string_view host) {
         if (const auto resolved = without_links(drive->root)) offer(letter, *resolved);
     }
     return best;
+}
+
+// Writes the library's form of a host name to where `room` says, which is given its length. False, and `room` not
+// called, if no drive holds the name or a backslash stands in it.
+template <class Room>
+bool put_library_name(std::string_view host, Room room) {
+    // A name with a backslash in it would read as another name.
+    if (host.empty() || host.find('\\') != std::string_view::npos) return false;
+    const std::optional<Holder> drive = drive_holding(host);
+    if (!drive) return false;
+    host.remove_prefix(drive->root_bytes);
+    if (host.empty()) host = "/";
+    char* const text = room(2 + host.size());
+    text[0] = drive->letter;
+    text[1] = ':';
+    put_with_backslashes(host, text + 2);
+    return true;
+}
+
+auto room_in(std::string* text) {
+    return [text](std::size_t size) {
+        text->resize(size);
+        return text->data();
+    };
 }
 
 }  // namespace
@@ -76,25 +123,38 @@ std::optional<Drive> drive_of(char letter) {
 
 std::optional<Drive> current_drive_and_root() {
     if (!any_drive_variable()) return Drive{'C', ""};
-    return drive_holding(host_current_directory());
+    return with_host_current_directory([](std::string_view host) {
+        const std::optional<Holder> holder = drive_holding(host);
+        return holder ? std::optional(Drive{holder->letter, std::string(host.substr(0, holder->root_bytes))})
+                      : std::nullopt;
+    });
 }
 
 std::optional<std::string> library_name(std::string_view host) {
-    // A name with a backslash in it would read as another name.
-    if (host.empty() || host.find('\\') != std::string_view::npos) return std::nullopt;
-    const std::optional<Drive> drive = drive_holding(host);
-    if (!drive) return std::nullopt;
-    const std::string_view rest = host.substr(drive->root.size());
-    std::string name{drive->letter, ':'};
-    name += rest.empty() ? "\\" : with_backslashes(rest);
-    return name;
-}
-
-std::string host_current_directory() {
-    char buffer[1024];
-    if (getcwd(buffer, sizeof buffer) != nullptr) return buffer;
-    const std::unique_ptr<char, decltype(&std::free)> longer(getcwd(nullptr, 0), &std::free);
-    return longer != nullptr ? longer.get() : "";
+    std::string name;
+    return put_library_name(host, room_in(&name)) ? std::optional(std::move(name)) : std::nullopt;
 }
 
 }  // namespace orvix::core
+
+namespace orvix {
+
+std::string getcwd_utf8() {
+    std::string name;
+    core::with_host_current_directory(
+        [&](std::string_view host) { return core::put_library_name(host, core::room_in(&name)); });
+    return name;
+}
+
+std::size_t core::put_current_directory(char* to) {
+    std::size_t written = 0;
+    with_host_current_directory([&](std::string_view host) {
+        return put_library_name(host, [&](std::size_t size) {
+            written = size;
+            return to;
+        });
+    });
+    return written;
+}
+
+}  // namespace orvix

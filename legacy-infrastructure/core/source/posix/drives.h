@@ -24,7 +24,4 @@ std::optional<Drive> current_drive_and_root();
 // no drive holds it, or if a backslash stands in it.
 std::optional<std::string> library_name(std::string_view host);
 
-// The current directory as the host spells it; empty if it cannot be told.
-std::string host_current_directory();
-
 }  // namespace orvix::core

@@ -1,6 +1,5 @@
 #include <orvix/core/files.h>
 
-#include "posix/drives.h"
 #include "posix/host_name.h"
 
 #include <orvix/core/file_status.h>
@@ -9,11 +8,6 @@
 #include <unistd.h>
 
 namespace orvix {
-
-std::string getcwd_utf8() {
-    const std::string host = core::host_current_directory();
-    return core::library_name(host).value_or("");
-}
 
 int chdir_utf8(const Path& directory) {
     return core::call_on_existing(directory, [](const char* host) { return chdir(host); });
