@@ -4,6 +4,7 @@
 
 #include <orvix/gsl/application_environment.h>
 #include <orvix/gsl/avl_tree.h>
+#include <orvix/gsl/canonical_names.h>
 #include <orvix/gsl/directory_scan.h>
 #include <orvix/gsl/environment.h>
 #include <orvix/gsl/error_handler.h>
