@@ -12,6 +12,7 @@
 #include <orvix/core/files.h>
 #include <orvix/core/floating_point.h>
 #include <orvix/core/memory.h>
+#include <orvix/core/numbers.h>
 #include <orvix/core/open_flags.h>
 #include <orvix/core/path.h>
 #include <orvix/core/processes.h>
