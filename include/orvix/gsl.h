@@ -12,6 +12,7 @@
 #include <orvix/gsl/file_trees.h>
 #include <orvix/gsl/files.h>
 #include <orvix/gsl/getenv.h>
+#include <orvix/gsl/line_parser.h>
 #include <orvix/gsl/messages.h>
 #include <orvix/gsl/pending_error.h>
 #include <orvix/gsl/processes.h>
