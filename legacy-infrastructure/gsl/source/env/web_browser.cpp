@@ -5,7 +5,7 @@
 
 #include <orvix/core/registry.h>
 #include <orvix/core/stored_names.h>
-#include <orvix/gsl/directory_scan.h>
+#include <orvix/gsl/files.h>
 #include <orvix/gsl/string_utilities.h>
 
 #include <string>
@@ -31,7 +31,7 @@ std::string registered_program(const char* key) {
 
 char* gui_env_getwebbrowser(void) {
     HeapText chosen(astr_get_environment_value("de_sim", "WEB_BROWSER", ASTR_ENVLOC_ANY));
-    if (gsl_stat(chosen.get(), nullptr) == 0) return chosen.release();
+    if (gfile_exists(chosen.get())) return chosen.release();
     for (const char* key : commands) {
         const std::string program = registered_program(key);
         if (!program.empty()) return astr_new_string(program.c_str());
