@@ -1,3 +1,5 @@
+#include "gfile_default_path.h"
+
 #include <orvix/core/directory_saver.h>
 #include <orvix/core/files.h>
 #include <orvix/core/path.h>
@@ -37,16 +39,23 @@ bool gfile_getdefpath(char* buffer, int size) {
     return true;
 }
 
-bool gfile_setdefpath(char* directory) {
-    if (directory == nullptr || directory[0] == '\0') return false;
-    convertFileName(directory);
-    const std::size_t last = std::strlen(directory) - 1;
-    if (directory[last] == '\\') directory[last] = '\0';
+bool orvix::gsl::gfile_setdefpath(std::string* directory) {
+    if (directory->empty()) return false;
+    convertFileName(directory->data());
+    if (directory->back() == '\\') directory->pop_back();
 
-    orvix::DirectorySaver saver;
-    if (!saver.change_dir(from_root_of_drive(directory))) return false;
+    DirectorySaver saver;
+    if (!saver.change_dir(from_root_of_drive(*directory))) return false;
     const std::string entered = current_directory();
     if (entered.empty()) return false;
-    std::memcpy(directory, entered.c_str(), entered.size() + 1);
+    *directory = entered;
     return true;
+}
+
+bool gfile_setdefpath(char* directory) {
+    if (directory == nullptr) return false;
+    std::string name = directory;
+    const bool entered = orvix::gsl::gfile_setdefpath(&name);
+    std::memcpy(directory, name.c_str(), name.size() + 1);  // a failure leaves its mark too
+    return entered;
 }
