@@ -16,6 +16,7 @@
 #include <orvix/gsl/messages.h>
 #include <orvix/gsl/pending_error.h>
 #include <orvix/gsl/processes.h>
+#include <orvix/gsl/projects.h>
 #include <orvix/gsl/record_list.h>
 #include <orvix/gsl/sort.h>
 #include <orvix/gsl/status.h>
