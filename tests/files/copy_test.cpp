@@ -384,6 +384,7 @@ TEST_F(MoveFile, WhoseSourceCannotBeErasedLeavesBothAndFails) {
     fs::permissions(".", fs::perms(0777));
     EXPECT_TRUE(
         holds_for_ordinary_user([] { return !gfile_move("dir\\from", "to") && GuiErrno == GUI_ERR_FILE_DELETE; }));
+    fs::permissions("dir", fs::perms(0755));
     EXPECT_EQ(site.read("dir/from"), "x");
     EXPECT_EQ(site.read("to"), "x");
 }

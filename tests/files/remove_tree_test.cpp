@@ -186,6 +186,7 @@ TEST_F(RemoveTree, GoesOnAfterAFailureAndReportsItAtTheEnd) {
     for (const char* name : {"a", "a/kept/deeper", "a/gone"}) fs::permissions(name, fs::perms(0777));
     fs::permissions("a/kept", fs::perms(0555));
     EXPECT_TRUE(holds_for_ordinary_user([] { return !gfile_rm("a", true); }));
+    fs::permissions("a/kept", fs::perms(0755));
     EXPECT_THAT(entries_below("a"), ElementsAre("kept", "kept/deeper", "kept/y"));
 }
 
