@@ -127,6 +127,16 @@ void absolute_standard(benchmark::State& state) {
 }
 BENCHMARK(absolute_standard)->Name("canonical/absolute/std_filesystem");
 
+void forced_ours(benchmark::State& state) {
+    measure(state, "C:" + sample().host_name(), [](const char* name) { return HX_canonical_path_force(name, out); });
+}
+BENCHMARK(forced_ours)->Name("forced/known_directory/ours");
+
+void forced_peer(benchmark::State& state) {
+    measure(state, sample().host_name(), [](const char* name) { return realpath(name, out); });
+}
+BENCHMARK(forced_peer)->Name("forced/known_directory/realpath");
+
 void find_ours(benchmark::State& state) {
     std::string search_path;
     for (const fs::path& library : sample().libraries()) search_path += "C:" + library.string() + ';';

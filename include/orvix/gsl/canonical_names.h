@@ -7,17 +7,22 @@
 /// and bytes from 0x80 on stay as they are. A name is absolute if it begins with a separator of either kind, or with an
 /// ASCII letter and ":"; so "c:x" counts as absolute.
 ///
-/// Canonicalisation works on the text: it puts the current directory in front of a relative name and looks at nothing
-/// else.
+/// Canonicalisation comes in two strengths. `HX_canonical_path` works on the text: it puts the current directory in
+/// front of a relative name and looks at nothing else. The `_force` form and `HX_get_canonical_directory_name` ask the
+/// system what a directory is called, through links, `..` and short names, and remember the answer.
 ///
 /// The `_new` forms take and give values, and are more than wrappers: they keep one trailing backslash where the text
-/// forms keep none ("a/b/" gives "a\b\"), answer the empty string where the text forms answer null.
+/// forms keep none ("a/b/" gives "a\b\"), answer the empty string where the text forms answer null, and have a cache of
+/// their own.
 ///
-/// Nothing here is synchronised.
+/// The two caches of directories live as long as the process, and an answer in them never changes: a directory that is
+/// moved, replaced or removed keeps its first name. Nothing here is synchronised. Functions that enter a directory
+/// change the current directory of the whole process until they return (also by an exception); then it is restored.
 ///
 /// Nothing here sets `GuiErrno` or prints. Names may have any length.
 #pragma once
 
+#include <orvix/core/path.h>
 #include <orvix/gsl/export.h>
 
 #include <string>
@@ -79,6 +84,46 @@ ORVIX_GSL_API char* HX_get_directory_from_file(const char* name, char* out);
 ///
 /// @return the canonical text of the directory; empty for a file in the root without a drive
 ORVIX_GSL_API std::string HX_get_directory_from_file_new(const std::string& name);
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Canonical names, as the system knows them
+
+/// As `HX_canonical_path`, with the directory of the name, all that stands before its last separator, in the spelling
+/// of `HX_get_canonical_directory_name`. The last part is not looked up and need not exist, nor need the directory.
+///
+/// The directory of a file in the root of a drive is the bare drive (`c:` of `c:\file`), which means the current
+/// directory on that drive.
+///
+/// @param name  name to complete
+/// @param out   receives the text; must hold the canonical name of the directory, the last part and 2 bytes more
+/// @return `out`; null, with `out` untouched, if `name` is null, empty, nothing but "./" and ".\", or has no separator
+///         though it is absolute ("c:x")
+/// @throw std::bad_alloc  if memory is exhausted
+ORVIX_GSL_API char* HX_canonical_path_force(const char* name, char* out);
+
+/// As `HX_canonical_path_force`, by value, through `HX_get_canonical_directory_name_new` and the spelling of
+/// `HX_fixup_path_new`. A name without separator ("c:x") has the empty directory and gives `\c:x`.
+///
+/// @return the canonical text; empty if the name is empty or nothing but "./" and ".\"
+ORVIX_GSL_API std::string HX_canonical_path_force_new(const std::string& name);
+
+/// Tells what the system calls a directory: enters it, reads back the current directory, spells every part as it is
+/// stored, and lowers ASCII letters. What cannot be entered keeps the name given, in lower case.
+///
+/// The answer is remembered under exactly the text given, letter case included, for the life of the process.
+///
+/// @param directory  directory to name; not written to
+/// @return a new block with the name, to free with `gmem_ee_free`; null for null, or if the name cannot be remembered
+/// @throw std::bad_alloc  with the text "bad allocation", if memory is exhausted
+ORVIX_GSL_API char* HX_get_canonical_directory_name(char* directory);
+
+/// As `HX_get_canonical_directory_name`, by value, with a cache of its own in which names are one that
+/// `orvix::Path::compare_filenames` calls equal; what cannot be entered is spelled as stored all the same, as far as it
+/// exists.
+///
+/// @param directory  directory to name
+/// @return the name
+ORVIX_GSL_API orvix::Path HX_get_canonical_directory_name_new(const orvix::Path& directory);
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Search
