@@ -18,6 +18,10 @@ if(ORVIX_WARNINGS_AS_ERRORS)
   target_compile_options(orvix_build INTERFACE -Werror)
 endif()
 
+# Where the sources lie is nobody's business: two builds of the same sources give the same bytes.
+target_compile_options(orvix_build INTERFACE "-ffile-prefix-map=${PROJECT_BINARY_DIR}=build"
+  "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
+
 if(ORVIX_SANITIZE)
   # Undefined behaviour must end the process, or a test would pass over it.
   set(flags -fsanitize=${ORVIX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
