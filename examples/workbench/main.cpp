@@ -31,8 +31,8 @@ int print_message(const Options& options) {
 }
 
 int tour(const Sandbox& sandbox) {
-    print_line("A tour through settings, messages and errors");
-    print_line("============================================");
+    print_line("A tour through settings, messages, errors and files");
+    print_line("==================================================");
     print_line("A copy of the sample installation was made. Names of files are shortened:");
     for (const auto& [directory, short_name] : sandbox.names().all()) {
         print_indented(padded(short_name, 10) + directory, 2);
@@ -44,7 +44,9 @@ int tour(const Sandbox& sandbox) {
     show_messages();
     show_error();
     const bool was_saved = show_saving(sandbox.names());
-    return passes_agree && was_saved ? done : failed;
+    const bool reached_the_file = show_short_calls(sandbox.names());
+    const bool project_went_well = show_project();
+    return passes_agree && was_saved && reached_the_file && project_went_well ? done : failed;
 }
 
 int run(const Options& options) {

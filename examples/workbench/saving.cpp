@@ -1,4 +1,4 @@
-// Last station: a save rewrites the lines that changed and leaves the others where they are.
+// Sixth station: a save rewrites the lines that changed and leaves the others where they are.
 #include "side_by_side.h"
 #include "text_file.h"
 #include "tour.h"

@@ -24,4 +24,11 @@ void show_error();
 // Personal settings changed and saved, the old file beside the new one. False if the library could not save them.
 bool show_saving(const ShortNames& names);
 
+// One environment selected, read and changed in short calls, and one that an object answers for. False if a change did
+// not reach the file.
+bool show_short_calls(const ShortNames& names);
+
+// A project directory made, recognised, copied, searched and removed. False if a step failed.
+bool show_project();
+
 }  // namespace workbench

@@ -71,8 +71,7 @@ ORVIX_GSL_API bool gfile_chmod_give_all_permissions(const char* name);
 /// @param each_level  whether missing levels above the last are made too
 /// @param mode        ignored
 /// @return true if the directory is there now. False if a level cannot be made; if a variable is empty; and if it is
-/// not
-///         set, with "gfile:gfile_expand_dir could not expand %s\n" on the standard error stream.
+///         not set, with "gfile:gfile_expand_dir could not expand %s\n" on the standard error stream.
 ORVIX_GSL_API bool gfile_mkdir(char* name, bool each_level, int mode);
 
 /// Tells whether `gfile_mkdir` could make a directory, and makes nothing. The name is read in the same way, with the
