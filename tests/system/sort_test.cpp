@@ -187,6 +187,21 @@ INSTANTIATE_TEST_SUITE_P(Keys, GslQsortOn, testing::ValuesIn(distributions),
                              return name;
                          });
 
+// Ranges of up to 65536 bytes of such elements are partitioned in another way than longer ones, and than pointers.
+TEST(GslQsort, ManyElementsLargerThanAPointerAreComparedAndOrderedAsInTheModel) {
+    for (const int different : {3, 50, 1000, 1'000'000}) {
+        for (const int count : {500, 1500, 6000}) {
+            const std::vector<int> keys = random_keys(count, different, static_cast<std::uint32_t>(count));
+            const SortRecord expected = SortModel(count, by(keys)).record();
+            for (const std::size_t size : {9U, 16U, 24U, 100U}) {
+                SCOPED_TRACE(std::to_string(count) + " elements of " + std::to_string(size) + " bytes with " +
+                             std::to_string(different) + " values");
+                ASSERT_TRUE(sort(keys, size) == expected);
+            }
+        }
+    }
+}
+
 TEST(GslQsort, PutsRandomElementsInOrder) {
     for (const std::uint32_t seed : {1U, 2U, 3U}) {
         SCOPED_TRACE(seed);
@@ -216,9 +231,11 @@ TEST(GslQsort, AnswersThatContradictEachOtherKeepAllElements) {
                 (static_cast<std::uint32_t>(a) * 2654435761U) ^ (static_cast<std::uint32_t>(b) * 40503U + seed);
             return static_cast<int>((mixed >> 7U) % 3U) - 1;
         };
-        const SortRecord record = NumberedElements(300, 8, 0).sort(contradictory);
-        EXPECT_EQ(record, SortModel(300, contradictory).record());
-        EXPECT_EQ(in_order(record.order), numbers_below(300));
+        for (const std::size_t size : {8U, 16U}) {
+            const SortRecord record = NumberedElements(300, size, 0).sort(contradictory);
+            EXPECT_EQ(record, SortModel(300, contradictory).record());
+            EXPECT_EQ(in_order(record.order), numbers_below(300));
+        }
     }
 }
 
@@ -271,6 +288,35 @@ TEST(GslQsort, AComparisonMayThrowAndNoElementIsLost) {
     std::string bytes = "hgfedcbahgfedcba";
     EXPECT_THROW(gsl_qsort(bytes.data(), bytes.size(), 1, untyped(throw_at_the_pivot)), std::runtime_error);
     EXPECT_THAT(bytes, testing::UnorderedElementsAreArray("hgfedcbahgfedcba", 16));
+}
+
+struct Record {
+    int key;
+    int payload[3];
+};
+
+int throw_after_some_comparisons(const void* a, const void* b) {
+    static int left = 700;
+    if (--left == 0) throw std::runtime_error("no order");
+    return sign(static_cast<const Record*>(a)->key, static_cast<const Record*>(b)->key);
+}
+
+TEST(GslQsort, AComparisonOfLargerElementsMayThrowAndNoElementIsLost) {
+    std::vector<Record> records;
+    for (const int key : random_keys(500, 1000, 1)) records.push_back({key, {key, key, key}});
+    const auto keys_in_order = [&] {
+        std::vector<int> keys;
+        for (const Record& record : records) {
+            EXPECT_THAT(record.payload, testing::Each(record.key));
+            keys.push_back(record.key);
+        }
+        return in_order(keys);
+    };
+    const std::vector<int> before = keys_in_order();
+    auto* base = reinterpret_cast<char*>(records.data());
+    EXPECT_THROW(gsl_qsort(base, records.size(), sizeof(Record), untyped(throw_after_some_comparisons)),
+                 std::runtime_error);
+    EXPECT_EQ(keys_in_order(), before);
 }
 
 }  // namespace

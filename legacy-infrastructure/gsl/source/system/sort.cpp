@@ -3,6 +3,8 @@
 #include "system/pending_ranges.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -43,6 +45,32 @@ struct FixedElements {
 struct AnyElements {
     std::size_t size;
     void swap(char* a, char* b) const { swap_bytes(a, b, size); }
+};
+
+// Exchanges of two elements that are still to be made.
+class ExchangeList {
+public:
+    // Without a branch.
+    void add_if(bool condition, char* a, char* b) {
+        pairs_[count_] = {a, b};
+        count_ += static_cast<std::size_t>(condition);
+    }
+
+    bool is_full() const { return count_ == pairs_.size(); }
+
+    template <class Elements>
+    void carry_out(const Elements& elements) {
+        for (std::size_t i = 0; i < count_; ++i) elements.swap(pairs_[i].a, pairs_[i].b);
+        count_ = 0;
+    }
+
+private:
+    struct Pair {
+        char* a;
+        char* b;
+    };
+    std::array<Pair, 32> pairs_;
+    std::size_t count_ = 0;
 };
 
 // What is left to sort of a range: the elements below the pivot and those above it.
@@ -90,12 +118,10 @@ private:
     }
 
     char* median(char* a, char* b, char* c) const {
-        if (compare_(a, b) < 0) {
-            if (compare_(b, c) < 0) return b;
-            return compare_(a, c) < 0 ? c : a;
-        }
-        if (compare_(b, c) > 0) return b;
-        return compare_(a, c) < 0 ? a : c;
+        const bool rising = compare_(a, b) < 0;
+        const int order = compare_(b, c);
+        if (rising ? order < 0 : order > 0) return b;
+        return (compare_(a, c) < 0) == rising ? c : a;
     }
 
     // The median of nine elements for long ranges, of three for shorter ones, and the middle of seven.
@@ -134,6 +160,7 @@ private:
         char* pc = end - bytes(1);
         char* pd = pc;
         bool swapped = false;
+        std::size_t exchanges = 0;
         while (true) {
             for (int order; pb <= pc && (order = compare_(pb, base)) <= 0; pb += bytes(1)) {
                 if (order != 0) continue;
@@ -152,7 +179,56 @@ private:
             elements_.swap(pb, pc);
             pb += bytes(1);
             pc -= bytes(1);
+            if (++exchanges == exchanges_of_disorder && is_cheap_to_compare(base, end)) {
+                return partition_without_branches(base, {pa, pb, pc, pd, swapped});
+            }
         }
+    }
+
+    // Elements larger than a pointer have their keys within them more often than not, and a range of this size lies in
+    // the nearest caches: a comparison is over before the processor has recovered from a wrong guess at its answer.
+    bool is_cheap_to_compare(const char* base, const char* end) const {
+        constexpr std::ptrdiff_t near_bytes = 65536;
+        return elements_.size > sizeof(void*) && end - base <= near_bytes;
+    }
+
+    // Goes on with a partition of elements in disorder, where every other guess at an answer is wrong. No branch hangs
+    // on whether an element is less or greater: answers become masks, which move the marks.
+    //
+    // The element at pb is looked at until one is greater; with that one in hand the elements at pc are, until one is
+    // less, and then the two change places. So pc moves on after each look at it, whatever the answer, and pb after
+    // each answer of "less". Exchanges wait, as no element of theirs is looked at again before the end.
+    Marks partition_without_branches(const char* base, Marks marks) const {
+        auto [pa, pb, pc, pd, swapped] = marks;
+        ExchangeList exchanges;
+        std::size_t in_hand = 0;  // a mask: all bits set if the element at pb is known to be greater
+        char* next = pb;
+        while (pb <= pc) {
+            const int order = compare_(next, base);
+            if (order == 0) {
+                exchanges.carry_out(elements_);
+                if (in_hand != 0) {
+                    elements_.swap(pc, pd);
+                    pd -= bytes(1);
+                    next = pc -= bytes(1);
+                } else {
+                    elements_.swap(pa, pb);
+                    pa += bytes(1);
+                    next = pb += bytes(1);
+                }
+                continue;
+            }
+            const auto less = -static_cast<std::size_t>(order < 0);
+            exchanges.add_if((less & in_hand) != 0, pb, pc);
+            pc -= bytes(1) & in_hand;
+            char* const after_pb = pb + bytes(1);
+            next = order < 0 ? after_pb : pc;
+            pb += bytes(1) & less;
+            in_hand = ~less;
+            if (exchanges.is_full()) exchanges.carry_out(elements_);
+        }
+        exchanges.carry_out(elements_);
+        return {pa, pb, pc, pd, swapped};
     }
 
     // Moves the equal elements from both ends to the middle, by as few swaps as will do.
@@ -177,6 +253,9 @@ private:
         insertion_sort(range);
         return {{nullptr, 0}, {nullptr, 0}};
     }
+
+    // As many in one range are no accident: what was sorted and has been changed in a few places has fewer.
+    static constexpr std::size_t exchanges_of_disorder = 2;
 
     [[no_unique_address]] Elements elements_;
     Comparison compare_;
