@@ -1,5 +1,6 @@
 // Permissions over names and wildcards.
 
+#include "files/unlistable_directory.h"
 #include "support/temporary_directory.h"
 
 #include <orvix/gsl/file_trees.h>
@@ -12,6 +13,7 @@
 
 namespace fs = std::filesystem;
 using orvix::test::TemporaryDirectory;
+using orvix::test::UnlistableDirectory;
 
 namespace {
 
@@ -95,6 +97,12 @@ TEST_F(ChangeMode, WildcardNeedsADirectoryInFrontOfIt) {
     EXPECT_EQ(mode_of("a.txt"), 0644U);
     EXPECT_TRUE(gfile_chmod(".\\*.txt", 0700));
     EXPECT_EQ(mode_of("a.txt"), 0700U);
+}
+
+TEST_F(ChangeMode, WildcardInADirectoryThatCannotBeListedFails) {
+    const UnlistableDirectory directory;
+    if (!directory.exists()) GTEST_SKIP() << "no such directory here";
+    EXPECT_FALSE(gfile_chmod(directory.wildcard().c_str(), 0700));
 }
 
 TEST_F(ChangeMode, WildcardStopsAtTheFirstFailure) {

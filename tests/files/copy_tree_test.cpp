@@ -1,7 +1,9 @@
 // Copying files, wildcards and trees.
 
 #include "files/ordinary_user.h"
+#include "files/small_stack.h"
 #include "files/trees.h"
+#include "files/unlistable_directory.h"
 #include "support/temporary_directory.h"
 
 #include <orvix/gsl/file_trees.h>
@@ -24,10 +26,12 @@ using orvix::test::entries_below;
 using orvix::test::grow_deep_tree;
 using orvix::test::grow_random_tree;
 using orvix::test::holds_for_ordinary_user;
+using orvix::test::holds_on_small_stack;
 using orvix::test::RandomText;
 using orvix::test::same_trees;
 using orvix::test::TemporaryDirectory;
 using orvix::test::TreeSite;
+using orvix::test::UnlistableDirectory;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -200,6 +204,13 @@ TEST_F(CopyWildcard, TellsLetterCaseApart) {
     fs::create_directory("b");
     EXPECT_TRUE(gfile_cp("A\\*.txt", "B", false));
     EXPECT_THAT(entries_below("b"), ElementsAre("x.txt"));
+}
+
+TEST_F(CopyWildcard, InADirectoryThatCannotBeListedFails) {
+    const UnlistableDirectory directory;
+    if (!directory.exists()) GTEST_SKIP() << "no such directory here";
+    fs::create_directory("b");
+    EXPECT_FALSE(gfile_cp(directory.wildcard().c_str(), "b", false));
 }
 
 TEST_F(CopyWildcard, StopsAtAFailure) {
@@ -411,6 +422,12 @@ TEST_F(CopyTree, AsDeepAsNamesMayBeWithFewOpenFiles) {
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
     EXPECT_TRUE(copied);
     EXPECT_TRUE(entries_below("t") == entries_below("u"));
+}
+
+TEST_F(CopyTree, DeepTreeNeedsNoDeepStack) {
+    grow_deep_tree("t", 500);
+    EXPECT_TRUE(holds_on_small_stack([] { return gfile_cp("t", "copy", true); }));
+    EXPECT_TRUE(same_trees("t", "copy"));
 }
 
 TEST_F(CopyTree, FindsTheWayBackFromADeepTreeBehindALink) {

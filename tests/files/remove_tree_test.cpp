@@ -1,7 +1,9 @@
 // Removing files, wildcards and trees.
 
 #include "files/ordinary_user.h"
+#include "files/small_stack.h"
 #include "files/trees.h"
+#include "files/unlistable_directory.h"
 #include "support/temporary_directory.h"
 
 #include <orvix/gsl/file_trees.h>
@@ -21,9 +23,11 @@ using orvix::test::entries_below;
 using orvix::test::grow_deep_tree;
 using orvix::test::grow_random_tree;
 using orvix::test::holds_for_ordinary_user;
+using orvix::test::holds_on_small_stack;
 using orvix::test::RandomText;
 using orvix::test::TemporaryDirectory;
 using orvix::test::TreeSite;
+using orvix::test::UnlistableDirectory;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -129,6 +133,12 @@ TEST_F(RemoveWildcard, NeedsADirectoryNamedWithABackslash) {
     EXPECT_THAT(entries_below("."), ElementsAre("a", "a/x.txt", "x.txt"));
 }
 
+TEST_F(RemoveWildcard, InADirectoryThatCannotBeListedFails) {
+    const UnlistableDirectory directory;
+    if (!directory.exists()) GTEST_SKIP() << "no such directory here";
+    EXPECT_FALSE(gfile_rm(directory.wildcard().c_str(), false));
+}
+
 TEST_F(RemoveWildcard, RemovesLinksAndNotWhatTheyLeadTo) {
     site.write("outside/x", "1");
     fs::create_directory("a");
@@ -224,6 +234,12 @@ TEST_F(RemoveTree, AsDeepAsNamesMayBeWithFewOpenFiles) {
     const bool removed = gfile_rm("t", true);
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
     EXPECT_TRUE(removed);
+    EXPECT_FALSE(fs::exists("t"));
+}
+
+TEST_F(RemoveTree, DeepTreeNeedsNoDeepStack) {
+    grow_deep_tree("t", 500);
+    EXPECT_TRUE(holds_on_small_stack([] { return gfile_rm("t", true); }));
     EXPECT_FALSE(fs::exists("t"));
 }
 

@@ -39,7 +39,7 @@ public:
                 if (is_self_or_parent(entry.name)) continue;
                 if (gfile_match_wildcard(entry.name, chain_.depth() == 1 ? pattern_ : "*")) take(entry);
             } else if (chain_.depth() == 1) {
-                return levels_.back().succeeded;
+                return levels_.back().succeeded && chain_.current().is_complete();
             } else if (!leave()) {
                 return false;
             }
