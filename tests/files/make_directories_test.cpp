@@ -69,6 +69,13 @@ TEST_F(MakeDirectories, WhatIsThereIsASuccess) {
     EXPECT_TRUE(make("a\\b", false));
 }
 
+TEST_F(MakeDirectories, AFileInItsPlaceCountsAsThere) {
+    site.write("file", "x");
+    EXPECT_TRUE(make("file", true));
+    EXPECT_TRUE(make("file", false));
+    EXPECT_EQ(site.read("file"), "x");
+}
+
 TEST_F(MakeDirectories, BelowAFileFails) {
     site.write("file", "x");
     EXPECT_FALSE(make("file\\a"));

@@ -62,7 +62,8 @@ ORVIX_GSL_API bool gfile_chmod_give_all_permissions(const char* name);
 /// Makes a directory, or all levels of its path. A part of the name that begins with `$`, or begins and ends with `%`,
 /// is a process variable, whose value may hold separators.
 ///
-///     gfile_mkdir("$HOME\projects\new", true, 0)
+///     char name[] = "$HOME\\projects\\new";
+///     gfile_mkdir(name, true, 0);
 ///
 /// A name that begins with a backslash is taken from the root of the current drive and, as ever, loses the character
 /// behind that backslash: `\xdir` makes `dir`.
@@ -70,8 +71,9 @@ ORVIX_GSL_API bool gfile_chmod_give_all_permissions(const char* name);
 /// @param name        directory; its slashes are turned into backslashes in place
 /// @param each_level  whether missing levels above the last are made too
 /// @param mode        ignored
-/// @return true if the directory is there now. False if a level cannot be made; if a variable is empty; and if it is
-///         not set, with "gfile:gfile_expand_dir could not expand %s\n" on the standard error stream.
+/// @return true if the name is there now, as a directory or, if it was there before, as whatever else. False if a level
+///         cannot be made, if a variable is empty, and if a variable is not set, which prints
+///         "gfile:gfile_expand_dir could not expand %s\n" with the part of the name to the standard error stream.
 ORVIX_GSL_API bool gfile_mkdir(char* name, bool each_level, int mode);
 
 /// Tells whether `gfile_mkdir` could make a directory, and makes nothing. The name is read in the same way, with the

@@ -8,9 +8,8 @@
 
 /// Starts a command through the system's command processor, with a pipe from its output or to its input.
 ///
-/// @param command  command line in UTF-8. Its arguments are the caller's to quote, each with `HX_quote_argument`; a
-/// text
-///                 from outside that is not quoted is a command of its own. Null fails.
+/// @param command  command line in UTF-8; null fails. Its arguments are the caller's to quote, each with
+///                 `HX_quote_argument`: a text from outside that is not quoted may be a command of its own.
 /// @param mode     "r" to read what the command prints, "w" to write what it reads; null fails
 /// @return the pipe, to be closed with `gsl_pclose`; null on failure with `errno` set. A command that does not exist is
 ///         no failure here: it shows in the status of `gsl_pclose`.
