@@ -355,7 +355,7 @@ TEST_F(CopyFile, FailurePrintsItsPlaceAndMessagesInTheDebugMode) {
                              "Cannot find file : [^\n]+\n"));
 }
 
-TEST_F(MoveFile, LeavesTheTargetAlone) {
+TEST_F(MoveFile, TakesTheFileWithItsTimesToTheTarget) {
     site.write("from", "x");
     set_times("from", 1000000000, 1100000000);
     EXPECT_TRUE(gfile_move("from", "to"));
