@@ -29,6 +29,7 @@ using orvix::test::holds_for_ordinary_user;
 using orvix::test::holds_on_small_stack;
 using orvix::test::RandomText;
 using orvix::test::same_trees;
+using orvix::test::ScopedVariable;
 using orvix::test::TemporaryDirectory;
 using orvix::test::TreeSite;
 using orvix::test::UnlistableDirectory;
@@ -74,6 +75,16 @@ TEST_F(CopySingle, FileIntoADirectoryKeepsItsName) {
     EXPECT_EQ(site.read("b/f.txt"), "x");
     EXPECT_TRUE(gfile_cp("a\\f.txt", "b/c/", false));
     EXPECT_EQ(site.read("b/c/f.txt"), "x");
+}
+
+TEST_F(CopySingle, FileIntoARoot) {
+    const ScopedVariable drive("ORVIX_DRIVE_D", site.path().c_str());
+    for (const char* root : {"/", "\\", "d:", "d:/", "d:\\"}) {
+        SCOPED_TRACE(root);
+        site.write("a/f.txt", root);
+        EXPECT_TRUE(gfile_cp("a\\f.txt", root, false));
+        EXPECT_EQ(site.read("f.txt"), root);
+    }
 }
 
 TEST_F(CopySingle, NameOfAFileWithASlashIsItsWholeName) {
@@ -362,9 +373,11 @@ TEST_F(CopyTree, LinkInTheSourceThatLeadsToTheTargetFails) {
     fs::create_directory("t");
     fs::create_directory_symlink("../data", "t/link");
     EXPECT_FALSE(gfile_cp("t", "data\\out", true));
+    EXPECT_THAT(entries_below("data"), ElementsAre("out", "out/link", "out/link/out"));
     fs::create_directory("u");
     fs::create_directory_symlink("../v", "u/link");
     EXPECT_FALSE(gfile_cp("u", "v", true));
+    EXPECT_THAT(entries_below("v"), ElementsAre("link"));
 }
 
 TEST_F(CopyTree, SiblingWithALongerNameIsNotInside) {
@@ -445,6 +458,8 @@ TEST_F(CopyTree, DeeperThanNamesMayBeFails) {
     grow_deep_tree("s", 505);
     EXPECT_TRUE(gfile_cp("s", "v", true));
     EXPECT_FALSE(gfile_cp("s", "a_target_with_a_longer_name", true));
+    grow_deep_tree("a_source_with_a_longer_name", 505);
+    EXPECT_FALSE(gfile_cp("a_source_with_a_longer_name", "w", true));
 }
 
 TEST_F(CopyTree, OfTenThousandFiles) {

@@ -1,5 +1,6 @@
 // Sizes of files, trees and volumes.
 
+#include "files/ordinary_user.h"
 #include "files/small_stack.h"
 #include "files/trees.h"
 #include "support/temporary_directory.h"
@@ -17,6 +18,7 @@
 #include <sys/statvfs.h>
 
 namespace fs = std::filesystem;
+using orvix::test::holds_for_ordinary_user;
 using orvix::test::holds_on_small_stack;
 using orvix::test::TemporaryDirectory;
 using orvix::test::TreeSite;
@@ -124,6 +126,16 @@ TEST_F(Sizes, DirsizeOfAFilePrintsAMessageAndGivesZero) {
     EXPECT_EQ(size, 0);
     EXPECT_EQ(printed_by_dirsize(nullptr, &size), "gfile:  is not a directory \n");
     EXPECT_EQ(size, 0);
+}
+
+TEST_F(Sizes, DirsizeNamesADirectoryThatCannotBeRead) {
+    site.write("tree/sub/secret/f", std::string(5000, 'x'));
+    fs::permissions("tree/sub/secret", fs::perms(0000));
+    EXPECT_TRUE(holds_for_ordinary_user([] {
+        std::int32_t size = 0;
+        return printed_by_dirsize("tree", &size) == "gfile: tree\\sub\\secret is not a directory \n";
+    }));
+    fs::permissions("tree/sub/secret", fs::perms(0755));
 }
 
 TEST_F(Sizes, DirsizeStopsAtTheLargestNumber) {
