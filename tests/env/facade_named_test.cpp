@@ -1,6 +1,7 @@
 #include "env/facade_site.h"
 
 #include <gtest/gtest.h>
+#include <orvix/gsl/getenv.h>
 
 #include <string>
 
@@ -203,6 +204,13 @@ TEST(AstrSetEnvironmentValue, NullValueOfAMissingSettingFails) {
     EXPECT_FALSE(astr_set_environment_value("demo", "K", nullptr, ASTR_ENVLOC_CWD, false));
 }
 
+TEST(AstrSetEnvironmentValue, ValueMayComeFromAProcessVariable) {
+    const FacadeSite site;
+    const orvix::test::ScopedVariable variable("ORVIX_TEST_TOOLS", "C:\\a directory with a name of some length");
+    EXPECT_TRUE(astr_set_environment_value("demo", "TOOLS", gsl_getenv("ORVIX_TEST_TOOLS"), ASTR_ENVLOC_CWD, true));
+    EXPECT_EQ(value_of("demo", "TOOLS"), "C:\\a directory with a name of some length");
+}
+
 TEST(AstrSetEnvironmentValue, OwnNameOfTheSelectionMayBeTheArgument) {
     const FacadeSite site;
     astr_set_environment("demo");
@@ -282,6 +290,13 @@ TEST(AstrExpandEnvironmentValue, LongTextsComeBackWhole) {
     astr_set_environment("demo");
     EXPECT_EQ(expanded("demo", part.c_str()), part);
     EXPECT_EQ(expanded("demo", "%LONG;%LONG"), part + ";" + part);
+}
+
+TEST(AstrExpandEnvironmentValue, TextMayComeFromAProcessVariable) {
+    const Levels site;
+    const orvix::test::ScopedVariable variable("ORVIX_TEST_PATHS",
+                                               "%LEVEL;a text of some length, longer than short ones");
+    EXPECT_EQ(expanded("demo", gsl_getenv("ORVIX_TEST_PATHS")), "cwd;a text of some length, longer than short ones");
 }
 
 TEST(AstrExpandEnvironmentValue, OtherEnvironmentStaysOpenAfterEachCall) {

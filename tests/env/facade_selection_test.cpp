@@ -1,6 +1,9 @@
 #include "env/facade_site.h"
 
 #include <gtest/gtest.h>
+#include <orvix/gsl/getenv.h>
+
+#include <string>
 
 namespace {
 
@@ -80,6 +83,18 @@ TEST(AstrSetEnvironment, EndOfTheOwnNameAsArgumentIsAnotherName) {
     astr_set_environment(astr_get_environment() + 2);
     EXPECT_STREQ(astr_get_environment(), "mo");
     EXPECT_EQ(value("K"), "short");
+}
+
+TEST(AstrSetEnvironment, NameMayComeFromAProcessVariable) {
+    const FacadeSite site;
+    const std::string name = "an_application_with_a_name_of_some_length";
+    const orvix::test::ScopedVariable variable("ORVIX_TEST_APPLICATION", name.c_str());
+    site.write("work/" + name + ".cfg", "K=v\n");
+    astr_set_environment("demo");
+    put("K", "$HOME");  // saving it reads other process variables
+    astr_set_environment(gsl_getenv("ORVIX_TEST_APPLICATION"));
+    EXPECT_EQ(astr_get_environment(), name);
+    EXPECT_EQ(value("K"), "v");
 }
 
 TEST(AstrSetEnvironment, NamesThatDifferInCaseAreTwo) {

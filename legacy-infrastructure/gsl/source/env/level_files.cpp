@@ -1,12 +1,10 @@
 #include "env/level_files.h"
 
 #include "env/loading.h"
+#include "env/process_variable.h"
 #include "env/table.h"
 
-#include <orvix/gsl/getenv.h>
 #include <orvix/gsl/status.h>
-
-#include <cstring>
 
 namespace orvix::gsl::env {
 
@@ -22,15 +20,13 @@ CustomDirectory custom_directory{};
 
 std::string base_directory() {
     if (root_directory != nullptr) return root_directory;
-    const char* variable = gsl_getenv("HXORVIX_DIR");
-    return variable != nullptr ? variable : "\\hxorvix";
+    return std::string(process_variable("HXORVIX_DIR").value_or("\\hxorvix"));
 }
 
 // Without one backslash at its end. A home that is nothing but a backslash becomes a blank; files have been saved under
 // that name.
 std::string home_directory() {
-    const char* variable = gsl_getenv("HOME");
-    std::string home = variable != nullptr ? variable : "";
+    std::string home(process_variable("HOME").value_or(""));
     if (home == "\\") return " ";
     if (home.ends_with('\\')) home.pop_back();
     return home;
@@ -65,10 +61,8 @@ std::string path_text(const std::string& name, EnvlocE level) {
 void read_custom_directory() {
     if (custom_directory.was_read) return;
     custom_directory.was_read = true;
-    const char* variable = gsl_getenv("QDS_CUSTOM_DIR");
-    if (variable == nullptr) return;
     // Cut where it is too long: no file name with so long a directory fits a level.
-    std::strncpy(custom_directory.text, variable, sizeof custom_directory.text - 1);
+    process_variable("QDS_CUSTOM_DIR").value_or("").copy(custom_directory.text, sizeof custom_directory.text - 1);
 }
 
 std::optional<std::string> level_path(const std::string& name, EnvlocE level, bool verbatim, bool included) {
