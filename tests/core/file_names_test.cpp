@@ -305,6 +305,20 @@ TEST_F(FileNames, ADanglingLinkIsAName) {
     EXPECT_TRUE(Path("link").delete_file_or_directory());
 }
 
+TEST_F(FileNames, TheKindOfATargetIsThatBehindLinks) {
+    using orvix::core::FileKind;
+    using orvix::core::kind_of_target;
+    site.write("Dir/file", "");
+    fs::create_symlink("Dir/file", site.path() / "to_file");
+    fs::create_directory_symlink("Dir", site.path() / "to_dir");
+    fs::create_symlink("nowhere", site.path() / "to_nothing");
+    EXPECT_EQ(kind_of_target("dir\\FILE"), FileKind::regular);
+    EXPECT_EQ(kind_of_target("to_file"), FileKind::regular);
+    EXPECT_EQ(kind_of_target("to_dir"), FileKind::directory);
+    EXPECT_EQ(kind_of_target("to_nothing"), FileKind::missing);
+    EXPECT_EQ(errno, ENOENT);
+}
+
 TEST_F(FileNames, DeletingALinkToADirectoryLeavesTheDirectory) {
     site.write("dir/x", "kept");
     fs::create_directory_symlink("dir", site.path() / "link");

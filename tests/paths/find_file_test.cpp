@@ -150,6 +150,12 @@ TEST_F(HxFindFile, CallersTextsStay) {
     EXPECT_STREQ(search_path, "A;B");
 }
 
+TEST_F(HxFindFile, NameMayComeFromTheTokeniser) {
+    directory_.write("b/x", "");
+    char names[] = "x;y";
+    EXPECT_EQ(found(gui_env_get_tok(names), "a_directory_with_a_name_of_some_length;b"), "b\\x");
+}
+
 TEST_F(HxFindFile, TokeniserHasNothingLeftAfterASearchThatStoppedEarly) {
     directory_.write("x", "");
     EXPECT_EQ(found("x", ".;a;b"), ".\\x");

@@ -49,6 +49,10 @@ enum class FileKind : std::int32_t { missing, regular, directory, link, other };
 /// @return `missing` with `errno` set for a name that is not there or cannot be read
 ORVIX_CORE_API FileKind kind_of_name(const Path& name);
 
+/// Reads the kind of what a name leads to, links followed, for callers that have more than one question about it.
+/// @return never `link`; `missing` with `errno` set for a name that leads to nothing or cannot be read
+ORVIX_CORE_API FileKind kind_of_target(const Path& name);
+
 /// True if the name itself is a symbolic link (a mount point is none); false if the name is not there.
 /// @throw std::filesystem::filesystem_error  with "symlink_status", for any failure but a missing name
 ORVIX_CORE_API bool is_symbolic_link(const Path& name);

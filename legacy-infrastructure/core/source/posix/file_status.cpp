@@ -33,6 +33,11 @@ FileKind kind_of_name(const Path& name) {
     return kind_of_mode(status.st_mode);
 }
 
+FileKind kind_of_target(const Path& name) {
+    struct stat status;
+    return read_status(name, &status) == 0 ? kind_of_mode(status.st_mode) : FileKind::missing;
+}
+
 bool is_symbolic_link(const Path& name) {
     const FileKind kind = kind_of_name(name);
     if (kind == FileKind::missing && errno != ENOENT && errno != ENOTDIR) {

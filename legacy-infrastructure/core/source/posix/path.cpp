@@ -18,12 +18,6 @@ namespace {
 
 constexpr mode_t everybody = 0777;  // before the process's mask
 
-// The type bits of what a path leads to; 0 if it is missing.
-unsigned type_of(const Path& path) {
-    struct stat status;
-    return core::read_status(path, &status) == 0 ? status.st_mode & S_IFMT : 0;
-}
-
 }  // namespace
 
 Path Path::from_fs_path(const std::filesystem::path& path) {
@@ -48,9 +42,9 @@ std::string Path::host() const {
 
 bool Path::exists() const { return core::test_existence(*this) == 0; }
 
-bool Path::is_directory() const { return type_of(*this) == S_IFDIR; }
+bool Path::is_directory() const { return core::kind_of_target(*this) == core::FileKind::directory; }
 
-bool Path::is_regular_file() const { return type_of(*this) == S_IFREG; }
+bool Path::is_regular_file() const { return core::kind_of_target(*this) == core::FileKind::regular; }
 
 bool Path::create_directory() const {
     const auto make = [](const char* host) { return mkdir(host, everybody); };

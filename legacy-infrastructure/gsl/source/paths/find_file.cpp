@@ -15,14 +15,16 @@
 #include <utility>
 
 using namespace orvix::gsl::paths;
+using orvix::core::FileKind;
 
 namespace {
 
 // A link to a file is never found; one to a directory is, where directories are accepted.
 bool is_found(const char* candidate, bool accept_directories) {
     const orvix::Path path(candidate);
-    if (path.is_regular_file() && !orvix::core::is_symbolic_link(path)) return true;
-    return accept_directories && path.is_directory();
+    const FileKind kind = orvix::core::kind_of_target(path);
+    if (kind == FileKind::regular) return !orvix::core::is_symbolic_link(path);
+    return accept_directories && kind == FileKind::directory;
 }
 
 // A working copy of a search path, walked with the library's one tokeniser of path lists.
@@ -31,7 +33,7 @@ public:
     explicit SearchPath(const char* text) : text_(copy_of(text)), start_(text_.get()) {}
     ~SearchPath() {
         // The walk may stop early, and the tokeniser must not go on in a copy that is gone.
-        char nothing_left[] = "";
+        static char nothing_left[] = "";
         gui_env_get_tok(nothing_left);
     }
     SearchPath(const SearchPath&) = delete;
@@ -101,8 +103,9 @@ char* HX_find_file(const char* name, const char* search_path, bool accept_direct
         HX_fixup_path(copy.get());
         return is_found(copy.get(), accept_directories) ? copy.release() : nullptr;
     }
+    const Block copy = copy_of(name);  // which may stand in the tokeniser's buffer
     SearchPath directories(search_path != nullptr ? search_path : ".");
-    return find_along(&directories, name, accept_directories);
+    return find_along(&directories, copy.get(), accept_directories);
 }
 
 std::string HX_find_file_new(const std::string& name, const std::string& search_path, bool accept_directories) {
