@@ -14,33 +14,38 @@ inline void fetch_below(const tree_s* right) {
     prefetch(first->right);
 }
 
+inline bool is_leaf(const tree_s* node) { return node->left == nullptr && node->right == nullptr; }
+
 // Calls `visit(item)` for each item in order until it answers false, and then gives false.
 //
-// Every other node is a leaf. One on the left is visited from its parent, so that only every fourth node has to wait;
-// whenever one begins to, the one that waits above it is near enough to its turn for fetching what comes after.
+// Half of all nodes are leaves. They are visited from their parents, so that only every fourth node has to wait; when
+// one begins to, the one that waits above it is near enough to its turn for fetching what comes after.
 template <class Visit>
 bool walk(const tree_s* node, Visit visit) {
     if (node == nullptr) return true;
     std::array<const tree_s*, max_height> waiting;  // nodes whose left side is being visited
     std::size_t count = 0;
     for (;;) {
-        while (const tree_s* const left = node->left) {
+        if (const tree_s* const left = node->left) {
             prefetch(node->right);
-            if (left->left == nullptr && left->right == nullptr) {
-                if (!visit(left->item)) return false;
-                break;
+            if (!is_leaf(left)) {
+                if (count > 0) fetch_below(waiting[count - 1]->right);
+                assert(count < max_height);
+                waiting[count++] = node;
+                node = left;
+                continue;
             }
-            if (count > 0) fetch_below(waiting[count - 1]->right);
-            assert(count < max_height);
-            waiting[count++] = node;
-            node = left;
+            if (!visit(left->item)) return false;
         }
         for (;;) {  // the left side of `node` is done
             const tree_s* const right = node->right;
             if (!visit(node->item)) return false;
             if (right != nullptr) {
-                node = right;
-                break;
+                if (!is_leaf(right)) {
+                    node = right;
+                    break;
+                }
+                if (!visit(right->item)) return false;
             }
             if (count == 0) return true;
             node = waiting[--count];
