@@ -14,6 +14,7 @@
 #include <orvix/gsl/getenv.h>
 #include <orvix/gsl/line_parser.h>
 #include <orvix/gsl/messages.h>
+#include <orvix/gsl/name_rules.h>
 #include <orvix/gsl/pending_error.h>
 #include <orvix/gsl/processes.h>
 #include <orvix/gsl/projects.h>
