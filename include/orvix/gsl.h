@@ -13,6 +13,7 @@
 #include <orvix/gsl/files.h>
 #include <orvix/gsl/getenv.h>
 #include <orvix/gsl/line_parser.h>
+#include <orvix/gsl/memory_controller.h>
 #include <orvix/gsl/messages.h>
 #include <orvix/gsl/name_rules.h>
 #include <orvix/gsl/pending_error.h>
