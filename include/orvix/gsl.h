@@ -3,6 +3,7 @@
 #pragma once
 
 #include <orvix/gsl/application_environment.h>
+#include <orvix/gsl/arrays.h>
 #include <orvix/gsl/avl_tree.h>
 #include <orvix/gsl/canonical_names.h>
 #include <orvix/gsl/directory_scan.h>
