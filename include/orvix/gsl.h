@@ -14,6 +14,7 @@
 #include <orvix/gsl/files.h>
 #include <orvix/gsl/getenv.h>
 #include <orvix/gsl/line_parser.h>
+#include <orvix/gsl/linked_list.h>
 #include <orvix/gsl/memory_controller.h>
 #include <orvix/gsl/messages.h>
 #include <orvix/gsl/name_rules.h>
