@@ -13,7 +13,10 @@
 
 #ifndef ORVIX_TEST_MEMORY_CANNOT_BE_LIMITED
 
+#include <orvix/gsl/arrays.h>
 #include <orvix/gsl/avl_tree.h>
+#include <orvix/gsl/linked_list.h>
+#include <orvix/gsl/memory_controller.h>
 #include <orvix/gsl/string_database.h>
 
 #include <gtest/gtest.h>
@@ -121,6 +124,85 @@ TEST(ExhaustedMemoryDeathTest, NewDatabaseThrowsWithoutMemory) {
             } catch (const std::bad_alloc&) {
                 std::_Exit(0);
             }
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST(ExhaustedMemoryDeathTest, PoolGivesNullAndLeavesABlockThatWasToGrow) {
+    EXPECT_EXIT(
+        {
+            MEMC memory;
+            initialize_MemCntl(&memory, poolMem);
+            auto* const block = static_cast<char*>(alloc_Mem(&memory, 8, 1));
+            std::memcpy(block, "contents", 8);
+            take_all_memory();
+            expect(alloc_Mem(&memory, 8, 1) == nullptr, 3);
+            expect(realloc_Mem(&memory, block, 16, 1) == nullptr, 4);
+            expect(std::memcmp(block, "contents", 8) == 0, 5);
+            expect(free_Mem(&memory, block) && alloc_Mem(&memory, 8, 1) == block, 6);
+            std::_Exit(0);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST(ExhaustedMemoryDeathTest, ArraysFailEachInItsWayAndStayAsTheyWere) {
+    EXPECT_EXIT(
+        {
+            void* array = nullptr;
+            long long capacity = 0;
+            long long used = 0;
+            const auto never_free = [](const void*, long long) { return false; };
+            HX_alloc_fixed_array(&array, &capacity, 1, 1 << 20);
+            void* const before = array;
+            used = capacity;
+            take_all_memory();
+            expect(HX_alloc_array(&array, &capacity, never_free, 1, 5) == -1, 3);
+            expect(!HX_alloc_fixed_array(&array, &capacity, 1, capacity + 1), 4);
+            try {
+                HX_alloc_array_sequentially(&array, &used, &capacity, 1, 5);
+                std::_Exit(5);
+            } catch (const std::bad_alloc&) {
+                expect(array == before && capacity == 1 << 20 && used == 1 << 20, 6);
+            }
+            void* fresh = nullptr;
+            long long fresh_capacity = 0;
+            expect(HX_alloc_array(&fresh, &fresh_capacity, never_free, 8, 5) == -1, 7);
+            expect(!HX_alloc_fixed_array(&fresh, &fresh_capacity, 8, 5), 8);
+            expect(fresh == nullptr && fresh_capacity == 0, 9);
+            std::_Exit(0);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST(ExhaustedMemoryDeathTest, StringCopyThrows) {
+    EXPECT_EXIT(
+        {
+            take_all_memory();
+            try {
+                HX_stringcopy("text");
+                std::_Exit(3);
+            } catch (const std::bad_alloc&) {
+                std::_Exit(0);
+            }
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST(ExhaustedMemoryDeathTest, ListThrowsAndHoldsWhatTheFreeListSupplied) {
+    EXPECT_EXIT(
+        {
+            ListID spare;
+            list_alloc(1, 8, &spare, nullptr);
+            ListNode* const node = spare.head;
+            ListID list;
+            take_all_memory();
+            try {
+                list_alloc(2, 8, &list, &spare);
+                std::_Exit(3);
+            } catch (const std::bad_alloc&) {
+                expect(list.head == node && node->next == nullptr && spare.head == nullptr, 4);
+            }
+            std::_Exit(0);
         },
         testing::ExitedWithCode(0), "");
 }
