@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 #include <support/buffer.h>
+#include <support/random_text.h>
 
+#include <cstdlib>
 #include <string>
 
 using orvix::test::Buffer;
@@ -106,4 +108,12 @@ TEST(HxAtoll, LargerNumbersGiveTheNearest) {
     EXPECT_EQ(HX_atoll("-9223372036854775809"), smallest);
     EXPECT_EQ(HX_atoll("99999999999999999999999999"), largest);
     EXPECT_EQ(HX_atoll("-18446744073709551617"), smallest);
+}
+
+TEST(HxAtoll, AgreesWithStrtollOnRandomTexts) {
+    for (unsigned seed = 0; seed < 2000; ++seed) {
+        SCOPED_TRACE(seed);
+        const std::string text = orvix::test::RandomText(seed).text("0123456789 +-x", seed % 3 == 0 ? 25 : 5);
+        EXPECT_EQ(HX_atoll(text.c_str()), std::strtoll(text.c_str(), nullptr, 10)) << text;
+    }
 }
