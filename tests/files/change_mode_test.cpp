@@ -80,6 +80,23 @@ TEST_F(ChangeMode, WildcardPassesTheDirectoryItselfAndItsParent) {
     EXPECT_EQ(mode_of("."), 0750U);
 }
 
+TEST_F(ChangeMode, OfANameOfMoreThan1024BytesFails) {
+    std::string dots;
+    while (dots.size() < 1022) dots += ".\\";
+    write("ff", 0644);
+    EXPECT_FALSE(gfile_chmod((dots + ".\\ff").c_str(), 0700));
+    EXPECT_EQ(mode_of("ff"), 0644U);
+    EXPECT_TRUE(gfile_chmod((dots + "ff").c_str(), 0700));
+    EXPECT_EQ(mode_of("ff"), 0700U);
+}
+
+TEST_F(ChangeMode, WildcardInADirectoryBehindALinkChangesWhatIsThere) {
+    write("dir/f", 0644);
+    fs::create_directory_symlink("dir", "link");
+    EXPECT_TRUE(gfile_chmod("link\\*", 0700));
+    EXPECT_EQ(mode_of("dir/f"), 0700U);
+}
+
 TEST_F(ChangeMode, WildcardThatMatchesNothingSucceeds) {
     fs::create_directory("dir");
     EXPECT_TRUE(gfile_chmod("dir\\*", 0700));

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <set>
 #include <string>
 
 #include <sys/resource.h>
@@ -249,6 +250,26 @@ TEST_F(RemoveTree, WhatIsDeeperThanNamesMayBeStays) {
     EXPECT_FALSE(gfile_rm("t", true));
     EXPECT_TRUE(fs::exists(bottom / "f"));
     EXPECT_FALSE(fs::exists("t/x"));
+}
+
+TEST_F(RemoveTree, StopsInADirectoryAtANameThatIsTooLongAndGoesOnAboveIt) {
+    // Names of files in the directory have room for 10 bytes.
+    fs::path directory = "t";
+    for (int level = 0; level < 4; ++level) directory /= std::string(199, 'd');
+    directory /= std::string(1024 - 10 - 1 - directory.string().size() - 1, 'd');
+    for (int i = 0; i < 10; ++i) site.write((directory / ("short" + std::to_string(i))).string(), "");
+    site.write((directory / "longer_name").string(), "");
+    for (int i = 10; i < 20; ++i) site.write((directory / ("short" + std::to_string(i))).string(), "");
+    site.write("t/beside", "");
+
+    std::set<std::string> behind;
+    for (const auto& entry : fs::directory_iterator(directory)) {
+        const std::string name = entry.path().filename().string();
+        if (!behind.empty() || name == "longer_name") behind.insert(name);
+    }
+    EXPECT_FALSE(gfile_rm("t", true));
+    EXPECT_EQ(entries_below(directory), behind);
+    EXPECT_FALSE(fs::exists("t/beside"));
 }
 
 TEST_F(RemoveTree, OfTenThousandFiles) {
