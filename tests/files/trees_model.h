@@ -25,19 +25,19 @@ public:
         std::string target = cut(to);
         if (has_wildcard(source)) {
             const std::size_t backslash = source.rfind('\\');
-            if (type(target) != directory || backslash == std::string::npos) return false;
+            if (type(target) != directory_type || backslash == std::string::npos) return false;
             const std::string parent = source.substr(0, backslash);
-            return type(parent) == directory && copy_matching(parent, tail(source), target, false);
+            return type(parent) == directory_type && copy_matching(parent, tail(source), target, false);
         }
         if (type(source) == 0) return false;
-        if (type(source) != directory) {
-            if (type(target) == directory) target = prepared(target) + tail(source);
+        if (type(source) != directory_type) {
+            if (type(target) == directory_type) target = prepared(target) + tail(source);
             return target.size() <= 1024 && gfile_copy(source.c_str(), target.c_str());
         }
         if (!recursive) return false;
         const bool missing = type(target) == 0;
         if (missing && !Path(target).create_directory()) return false;
-        if (type(target) != directory) return false;
+        if (type(target) != directory_type) return false;
         // Nothing is copied into itself.
         if (is_below(target, source)) {
             if (missing) Path(target).delete_file_or_directory();
@@ -53,10 +53,10 @@ public:
             const std::size_t backslash = plain.rfind('\\');
             if (backslash == std::string::npos) return false;
             const std::string parent = plain.substr(0, backslash);
-            return type(parent) == directory && remove_matching(parent, tail(plain), false);
+            return type(parent) == directory_type && remove_matching(parent, tail(plain), false);
         }
         if (type(plain) < 4096) return false;
-        if (type(plain) != directory) return Path(plain).delete_file_or_directory();
+        if (type(plain) != directory_type) return Path(plain).delete_file_or_directory();
         return recursive && remove_matching(plain, "*", true) && Path(plain).delete_file_or_directory();
     }
 
@@ -101,7 +101,7 @@ public:
     }
 
 private:
-    static constexpr int directory = 16384;
+    static constexpr int directory_type = 16384;
 
     static bool has_wildcard(const std::string& name) { return name.find_first_of("*?") != std::string::npos; }
 
@@ -158,7 +158,7 @@ private:
             const std::string target = prepared(to) + entry;
             whole = source.size() <= 1024 && target.size() <= 1024 && type(source) != 0;
             if (!whole) return false;
-            if (type(source) != directory) {
+            if (type(source) != directory_type) {
                 whole = gfile_copy(source.c_str(), target.c_str());
             } else if (recursive) {
                 whole = gsl_mkdir((target + '\\').c_str(), 493) != -1 && copy_matching(source, "*", target, true);
@@ -173,7 +173,7 @@ private:
         const bool scanned = for_each_entry(cut(from), pattern, [&](const std::string& entry) {
             const std::string name = prepared(from) + entry;
             if (name.size() > 1024 || type(name) == 0) return whole = false;
-            if (type(name) != directory) {
+            if (type(name) != directory_type) {
                 if (!Path(name).delete_file_or_directory()) whole = false;
             } else if (recursive) {
                 if (!remove_matching(name, "*", true) || !Path(name).delete_file_or_directory()) whole = false;
