@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <numeric>
 #include <random>
 #include <string>
@@ -40,11 +41,19 @@ struct Sixteen {
     std::int64_t payload;
 };
 
+// A record whose key lies elsewhere.
+struct Named {
+    const char* key;
+    std::int64_t payload;
+};
+
+int order_of(std::int64_t left, std::int64_t right) { return (left > right) - (left < right); }
+
+int order_of(const char* left, const char* right) { return std::strcmp(left, right); }
+
 template <class Element>
 int compare_keys(const void* a, const void* b) {
-    const std::int64_t left = static_cast<const Element*>(a)->key;
-    const std::int64_t right = static_cast<const Element*>(b)->key;
-    return (left > right) - (left < right);
+    return order_of(static_cast<const Element*>(a)->key, static_cast<const Element*>(b)->key);
 }
 
 using Comparison = int (*)(const void*, const void*);
@@ -109,10 +118,22 @@ std::vector<std::int64_t> ten_values() {
     return keys;
 }
 
-template <class Element, class Sort>
-void measure(benchmark::State& state, std::vector<std::int64_t> (*make_keys)()) {
+std::vector<const char*> names() {
+    static const std::vector<std::string> texts = [] {
+        std::mt19937_64 random(1);
+        std::vector<std::string> all(element_count);
+        std::generate(all.begin(), all.end(), [&] { return "net_" + std::to_string(random() % 1'000'000); });
+        return all;
+    }();
+    std::vector<const char*> keys;
+    for (const std::string& text : texts) keys.push_back(text.c_str());
+    return keys;
+}
+
+template <class Element, class Sort, class Key>
+void measure(benchmark::State& state, std::vector<Key> (*make_keys)()) {
     std::vector<Element> unsorted(element_count);
-    std::vector<std::int64_t> keys = make_keys();
+    const std::vector<Key> keys = make_keys();
     for (std::size_t i = 0; i < element_count; ++i) unsorted[i].key = keys[i];
     std::vector<Element> elements(element_count);
     for (auto _ : state) {
@@ -125,11 +146,12 @@ void measure(benchmark::State& state, std::vector<std::int64_t> (*make_keys)()) 
     state.SetItemsProcessed(static_cast<std::int64_t>(element_count) * state.iterations());
 }
 
-template <class Element>
-void add_case(const std::string& name, std::vector<std::int64_t> (*make_keys)()) {
-    benchmark::RegisterBenchmark((name + "/ours").c_str(), measure<Element, Ours<Element>>, make_keys);
-    benchmark::RegisterBenchmark((name + "/glibc_qsort").c_str(), measure<Element, GlibcQsort<Element>>, make_keys);
-    benchmark::RegisterBenchmark((name + "/std_sort").c_str(), measure<Element, StdSort<Element>>, make_keys);
+template <class Element, class Key>
+void add_case(const std::string& name, std::vector<Key> (*make_keys)()) {
+    benchmark::RegisterBenchmark((name + "/ours").c_str(), measure<Element, Ours<Element>, Key>, make_keys);
+    benchmark::RegisterBenchmark((name + "/glibc_qsort").c_str(), measure<Element, GlibcQsort<Element>, Key>,
+                                 make_keys);
+    benchmark::RegisterBenchmark((name + "/std_sort").c_str(), measure<Element, StdSort<Element>, Key>, make_keys);
 }
 
 const bool cases = [] {
@@ -139,6 +161,7 @@ const bool cases = [] {
     add_case<Eight>("sort/8_bytes/all_equal", equal_keys);
     add_case<Eight>("sort/8_bytes/ten_values", ten_values);
     add_case<Sixteen>("sort/16_bytes/random", random_keys);
+    add_case<Named>("sort/16_bytes/names", names);
     return true;
 }();
 
