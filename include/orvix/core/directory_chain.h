@@ -34,7 +34,7 @@ public:
 
     /// Goes back up. Called only if the depth is above 1.
     /// @return false with `errno` set if the directory above is not where it was: then the chain cannot be used any
-    /// more
+    ///         more
     bool leave();
 
     /// The directory that the walk is in.

@@ -48,8 +48,7 @@ ORVIX_GSL_API _dirdesc* opendir_utf8(const char* name);
 ///
 /// @param scan  open scan, or null
 /// @return the scan's one record, good until the next `readdir` or `closedir` on it; null at the end, on failure, and
-/// for
-///         a null scan
+///         for a null scan
 ORVIX_GSL_API dirent* readdir(_dirdesc* scan);
 
 /// Ends a scan and frees it.

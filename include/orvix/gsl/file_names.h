@@ -40,8 +40,7 @@ ORVIX_GSL_API bool gfile_hasdrv(const char* name, int* length);
 /// @param name       name to change; must hold the lengths of `drive` and of the name without prefix, and 2 bytes more
 /// @param overwrite  false leaves a name alone that has a prefix already; true replaces that prefix
 /// @param drive      the prefix. Its `/` become `\`, and a `\` is added unless it ends in one. The empty text strips
-/// the
-///                   prefix. Not null.
+///                   the prefix. Not null.
 ORVIX_GSL_API void gfile_fildrv(char* name, bool overwrite, const char* drive);
 
 /// Copies a name without its prefix.
@@ -82,8 +81,7 @@ ORVIX_GSL_API void gfile_stripext(const char* name, char* out);
 ///
 /// @param name  name to look at; not null
 /// @return a new string, to free with `free`, empty if there is no dot or nothing behind it; null for the empty name
-/// and
-///         if memory is exhausted
+///         and if memory is exhausted
 ORVIX_GSL_API char* gfile_getext(const char* name);
 
 // ---------------------------------------------------------------------------------------------------------------------

@@ -53,8 +53,7 @@ ORVIX_GSL_API GmsgHandleS* gmsg_open(const char* boot_file, const char* prefix, 
 ///
 /// @param handle  from `gmsg_open`; null is nothing to do
 /// @return true; false with `GuiErrno` `GUI_ERR_MSG_FREE_HANDLE` if the directory file could not be closed, and then
-/// the
-///         handle is still the caller's, who may try again
+///         the handle is still the caller's, who may try again
 ORVIX_GSL_API bool gmsg_close(GmsgHandleS* handle);
 
 /// Tells whether there is such a message, and loads its set.
@@ -66,10 +65,9 @@ ORVIX_GSL_API bool gmsg_close(GmsgHandleS* handle);
 /// @param set     name of the set
 /// @param line    number of the message, from 1
 /// @return true if the message exists, possibly empty. False with `GuiErrno` `GUI_ERR_MSG_NOT_INITIALIZED` (null
-/// handle),
-///         `GUI_ERR_MSG_BAD_LINE_NUMBER` (below 1, told before the set is looked at, or above the number of lines),
-///         `GUI_ERR_MSG_SET_NOT_SPECIFIED` (null set), `GUI_ERR_MSG_FIND_SET` (the directory file has no such set, or
-///         its references yield nothing), `GUI_ERR_MSG_LOCATE_FILE` (no such file), `GUI_ERR_MSG_LOAD_FILE`,
+///         handle), `GUI_ERR_MSG_BAD_LINE_NUMBER` (below 1, told before the set is looked at, or above the number of
+///         lines), `GUI_ERR_MSG_SET_NOT_SPECIFIED` (null set), `GUI_ERR_MSG_FIND_SET` (the directory file has no such
+///         set, or its references yield nothing), `GUI_ERR_MSG_LOCATE_FILE` (no such file), `GUI_ERR_MSG_LOAD_FILE`,
 ///         `GUI_ERR_MSG_LIST_SIZE` or `GUI_ERR_MSG_ALLOC_SET`. A set that cannot be loaded leaves the handle good for
 ///         others.
 ORVIX_GSL_API bool gmsg_check_index(GmsgHandleS* handle, const char* set, int line);
@@ -85,6 +83,5 @@ ORVIX_GSL_API bool gmsg_check_index(GmsgHandleS* handle, const char* set, int li
 /// @param line    number of the message, from 1
 /// @param out     receives the text, zero byte included; at least 1024 bytes
 /// @return true; false as `gmsg_check_index` gives it, with `out` untouched, or with `GUI_ERR_MSG_RETRIEVE_FAILED`,
-/// also
-///         for a null `out`
+///         also for a null `out`
 ORVIX_GSL_API bool gmsg_retrieve_message(GmsgHandleS* handle, const char* set, int line, char* out);

@@ -63,7 +63,7 @@ ORVIX_GSL_API bool glist_putstr(void* list, unsigned index, char* text);
 /// @param buffer  receives exactly `size` bytes, zero bytes behind the record's end; null copies nothing
 /// @param size    bytes wanted
 /// @param copied  receives `size`, or 0 if nothing was copied because the record is empty, or `buffer` null; may be
-/// null
+///                null
 /// @return false if the list has no such record; true for an empty one
 ORVIX_GSL_API bool glist_getrec(void* list, unsigned index, char* buffer, std::size_t size, std::size_t* copied);
 
