@@ -37,12 +37,15 @@ int lower_case(char c) {
     return byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte;
 }
 
+// Keys often begin alike, so equal bytes are passed by before their case is looked at.
 int compare_ignoring_case(const char* a, const char* b) {
-    while (*a != '\0' && lower_case(*a) == lower_case(*b)) {
-        ++a;
-        ++b;
+    for (;; ++a, ++b) {
+        if (*a == *b) {
+            if (*a == '\0') return 0;
+        } else if (const int way = lower_case(*a) - lower_case(*b); way != 0) {
+            return way;
+        }
     }
-    return lower_case(*a) - lower_case(*b);
 }
 
 // All that belongs to a key is one block, so that a comparison finds it together. The key's bytes follow.
