@@ -65,17 +65,18 @@ private:
 // number if that comes before the node, zero if they are equal, a positive number if it comes after; it is called once
 // for each node on the way. `pass(node, way)` hears of each node with that answer.
 //
-// Which child is next cannot be foreseen. Both are fetched while the comparison runs, and the choice is written so that
-// it becomes a conditional move, since a jump would be mispredicted every other time.
-template <class Order, class Pass>
+// Which child is next cannot be foreseen. Both are fetched while the comparison runs, at the bytes that lie `offsets`
+// behind their starts, and the choice is written so that it becomes a conditional move, since a jump would be
+// mispredicted every other time.
+template <std::size_t... offsets, class Order, class Pass>
 tree_s* descend(tree_s* node, Order order, Pass pass) {
     tree_s* last = nullptr;
     int way = 1;
     while (way != 0 && node != nullptr) {
         tree_s* const left = node->left;
         tree_s* const right = node->right;
-        prefetch(left);
-        prefetch(right);
+        (prefetch(left, offsets), ...);
+        (prefetch(right, offsets), ...);
         way = order(node);
         pass(node, way);
         last = node;
@@ -84,15 +85,16 @@ tree_s* descend(tree_s* node, Order order, Pass pass) {
     return way == 0 ? last : nullptr;
 }
 
-template <class Order>
+template <std::size_t... offsets, class Order>
 tree_s* find(tree_s* root, Order order) {
-    return descend(root, order, [](tree_s*, int) {});
+    return descend<offsets...>(root, order, [](tree_s*, int) {});
 }
 
 // The same with the path. It ends at the null link where an equal node belongs; or with the equal node, left side.
-template <class Order>
+template <std::size_t... offsets, class Order>
 tree_s* find(tree_s* root, Order order, Path* path) {
-    return descend(root, order, [=](tree_s* node, int way) { path->push(node, way > 0 ? Side::right : Side::left); });
+    return descend<offsets...>(root, order,
+                               [=](tree_s* node, int way) { path->push(node, way > 0 ? Side::right : Side::left); });
 }
 
 // Hangs a node on the null link that the path ends at.

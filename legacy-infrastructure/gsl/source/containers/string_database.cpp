@@ -90,9 +90,16 @@ auto with_order(const HXstringDB* db, const char* key, Use use) {
     return use([=](tree_s* node) { return std::strcmp(key, Entry::of(node)->text()); });
 }
 
+// The node of a key or null, with the way to it if that is asked for. The text mostly lies on another line of the cache
+// than the links, so both are fetched ahead.
+template <class... Path>
+tree_s* find_node(HXstringDB* db, const char* key, Path*... path) {
+    return with_order(db, key, [=](auto order) { return avl::find<0, sizeof(Entry)>(db->root, order, path...); });
+}
+
 void** find(HXstringDB* db, const char* key) {
     if (key == nullptr) return nullptr;
-    tree_s* const node = with_order(db, key, [=](auto order) { return avl::find(db->root, order); });
+    tree_s* const node = find_node(db, key);
     return node == nullptr ? nullptr : &Entry::of(node)->item.value;
 }
 
@@ -101,7 +108,7 @@ bool add(HXstringDB* db, const char* key, void* value) {
     Entry* const entry = new_entry(key, value);
     if (entry == nullptr) return false;
     avl::Path path;
-    tree_s* const old = with_order(db, key, [&](auto order) { return avl::find(db->root, order, &path); });
+    tree_s* const old = find_node(db, key, &path);
     if (old == nullptr) {
         avl::attach(db->root, &path, &entry->node);
     } else {
@@ -115,7 +122,7 @@ bool add(HXstringDB* db, const char* key, void* value) {
 bool remove(HXstringDB* db, const char* key) {
     if (key == nullptr) return false;
     avl::Path path;
-    if (with_order(db, key, [&](auto order) { return avl::find(db->root, order, &path); }) != nullptr) {
+    if (find_node(db, key, &path) != nullptr) {
         const InForce scope(db->release_value);
         release(Entry::of(avl::detach(db->root, &path, avl::Heir::node)));
     }
