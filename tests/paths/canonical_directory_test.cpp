@@ -59,6 +59,24 @@ TEST_F(CanonicalDirectory, WhatCannotBeEnteredKeepsItsNameInLowerCase) {
     EXPECT_EQ(name_of_path(""), "");
 }
 
+TEST_F(CanonicalDirectory, DirectoryThatCanBeEnteredButNotToldKeepsItsNameAsTextAndHasNoneAsPath) {
+    fs::create_directory("back\\slash");
+    fs::create_directory_symlink("back\\slash", "Link");
+    EXPECT_EQ(name_of(below("Link")), here() + "\\link");
+    EXPECT_EQ(name_of_path(below("Link")), "");
+}
+
+TEST_F(CanonicalDirectory, RelativeNameKeepsItsAnswerWhereverTheProcessGoes) {
+    fs::create_directories("one_for_this_test");
+    fs::create_directories("other/one_for_this_test");
+    const std::string first = here() + "\\one_for_this_test";
+    EXPECT_EQ(name_of("one_for_this_test"), first);
+    EXPECT_EQ(name_of_path("one_for_this_test"), first);
+    fs::current_path("other");
+    EXPECT_EQ(name_of("one_for_this_test"), first);
+    EXPECT_EQ(name_of_path("one_for_this_test"), first);
+}
+
 TEST_F(CanonicalDirectory, NullHasNoName) { EXPECT_EQ(HX_get_canonical_directory_name(nullptr), nullptr); }
 
 TEST_F(CanonicalDirectory, EachCallGivesABlockOfItsOwn) {

@@ -92,7 +92,7 @@ ORVIX_GSL_API std::string HX_get_directory_from_file_new(const std::string& name
 /// of `HX_get_canonical_directory_name`. The last part is not looked up and need not exist, nor need the directory.
 ///
 /// The directory of a file in the root of a drive is the bare drive (`c:` of `c:\file`), which means the current
-/// directory on that drive.
+/// directory on that drive; that too is remembered, as it is when it is first asked for.
 ///
 /// @param name  name to complete
 /// @param out   receives the text; must hold the canonical name of the directory, the last part and 2 bytes more
@@ -110,7 +110,8 @@ ORVIX_GSL_API std::string HX_canonical_path_force_new(const std::string& name);
 /// Tells what the system calls a directory: enters it, reads back the current directory, spells every part as it is
 /// stored, and lowers ASCII letters. What cannot be entered keeps the name given, in lower case.
 ///
-/// The answer is remembered under exactly the text given, letter case included, for the life of the process.
+/// The answer is remembered under exactly the text given, letter case included, for the life of the process. So is that
+/// for a relative name, which then means the same directory wherever the process goes: give names in full.
 ///
 /// @param directory  directory to name; not written to
 /// @return a new block with the name, to free with `gmem_ee_free`; null for null, or if the name cannot be remembered
@@ -122,7 +123,8 @@ ORVIX_GSL_API char* HX_get_canonical_directory_name(char* directory);
 /// exists.
 ///
 /// @param directory  directory to name
-/// @return the name
+/// @return the name; empty, unlike in the text form, for a directory that can be entered but not told: one on no drive,
+///         or with a backslash in its host's name
 ORVIX_GSL_API orvix::Path HX_get_canonical_directory_name_new(const orvix::Path& directory);
 
 // ---------------------------------------------------------------------------------------------------------------------
