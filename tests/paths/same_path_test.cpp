@@ -110,6 +110,12 @@ TEST(GdirComparePaths, OneNameAtTheFrontOfTheOtherIsAnother) {
     EXPECT_FALSE(gdir_compare_paths("a", "ab"));
 }
 
+TEST(GdirComparePaths, NullIsTheSameAsNothing) {
+    EXPECT_FALSE(gdir_compare_paths(nullptr, ""));
+    EXPECT_FALSE(gdir_compare_paths("", nullptr));
+    EXPECT_FALSE(gdir_compare_paths(nullptr, nullptr));
+}
+
 TEST(GdirComparePaths, BytesBeyondAsciiHaveNoCase) { EXPECT_FALSE(gdir_compare_paths("\xe4", "\xc4")); }
 
 TEST(GdirComparePaths, AgreesWithTheModelOnRandomNames) {

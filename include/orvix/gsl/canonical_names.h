@@ -179,7 +179,7 @@ ORVIX_GSL_API bool HX_paths_are_same(const char* a, const char* b, bool cut_last
 /// (except that of a root, `c:\`) make no difference. The current directory plays no part, so a relative name never
 /// equals an absolute one, nor "a\..\b" the name "b".
 ///
-/// @param a  a name; not null
-/// @param b  a name; not null
+/// @param a  a name; null is the same as nothing
+/// @param b  a name; null is the same as nothing
 /// @return true if they are the same
 ORVIX_GSL_API bool gdir_compare_paths(const char* a, const char* b);

@@ -50,6 +50,7 @@ bool HX_paths_are_same(const char* a, const char* b, bool cut_last_part_of_a) {
 }
 
 bool gdir_compare_paths(const char* a, const char* b) {
+    if (a == nullptr || b == nullptr) return false;
     const std::string first = without_trailing_separator(a);
     const std::string second = without_trailing_separator(b);
     return std::equal(first.begin(), first.end(), second.begin(), second.end(),
