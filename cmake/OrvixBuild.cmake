@@ -36,6 +36,17 @@ if(ORVIX_COVERAGE)
   target_link_options(orvix_build INTERFACE --coverage)
 endif()
 
+# Options of the mathematics. The order of floating-point operations is part of what its functions promise: results are
+# the same to the last bit whatever compiler, optimisation and processor. So nothing may be reassociated (fast-math) or
+# fused into a multiply-add (contraction), which changes last bits where the processor has one, and pow(10, x) must not
+# become an exp10(x) that rounds otherwise. errno tells nobody anything there; without it a square root is one
+# instruction, and a sine and a cosine of one angle are computed together.
+set(ORVIX_EXACT_MATHEMATICS -fno-fast-math -ffp-contract=off -fno-builtin-pow -fno-math-errno)
+if(NOT WIN32)
+  # Half of the work is calls of the C library: they go there without a stop.
+  set(ORVIX_MATHEMATICS_CALLS -fno-plt)
+endif()
+
 # orvix_library(NAME EXPORT_DEFINITION): an object library NAME_objects that takes the sources, the shared library NAME
 # made of it, and the alias OrvixGsl::NAME. Tests of private parts link the objects; everybody else the shared library.
 function(orvix_library name building)

@@ -6,6 +6,8 @@
 #include <orvix/gsl/arrays.h>
 #include <orvix/gsl/avl_tree.h>
 #include <orvix/gsl/canonical_names.h>
+#include <orvix/gsl/complex_functions.h>
+#include <orvix/gsl/complex_functions_single.h>
 #include <orvix/gsl/directory_scan.h>
 #include <orvix/gsl/environment.h>
 #include <orvix/gsl/error_handler.h>
@@ -21,6 +23,7 @@
 #include <orvix/gsl/pending_error.h>
 #include <orvix/gsl/processes.h>
 #include <orvix/gsl/projects.h>
+#include <orvix/gsl/real_functions.h>
 #include <orvix/gsl/record_list.h>
 #include <orvix/gsl/sort.h>
 #include <orvix/gsl/status.h>

@@ -5,11 +5,14 @@
 #pragma once
 
 #include <orvix/gsl/directory_scan.h>
+#include <orvix/gsl/real_functions.h>
 #include <orvix/gsl/string_utilities.h>
 
 using orvix::gsl::_dirdesc;
 using orvix::gsl::closedir;
 using orvix::gsl::dirent;
+using orvix::gsl::finite;
+using orvix::gsl::isnan;
 using orvix::gsl::opendir;
 using orvix::gsl::opendir_utf8;
 using orvix::gsl::readdir;
