@@ -15,3 +15,7 @@ int orvix::test::entries_at_global_scope(const char* directory) {
     ::closedir(scan);
     return entries;
 }
+
+bool orvix::test::is_nan_at_global_scope(double x) { return ::isnan(x) != 0; }
+
+double orvix::test::finite_at_global_scope(double x) { return ::finite(x); }

@@ -93,7 +93,7 @@ ORVIX_GSL_API void gmath_cdno10x(double x, double y, double* re_out, double* im_
 ORVIX_GSL_API void gmath_cdnolog(double x, double y, double* re_out, double* im_out);
 
 /// Logarithm to the base 10: `gmath_cdnolog` divided by 2.30258509. The divisor has these nine digits, so results are
-/// too large by one part in 8e8.
+/// too large by one part in 770 million.
 ///
 /// @param x       real part
 /// @param y       imaginary part
