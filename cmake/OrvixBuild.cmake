@@ -38,8 +38,8 @@ endif()
 
 # Options of the mathematics. The order of floating-point operations is part of what its functions promise: results are
 # the same to the last bit whatever compiler, optimisation and processor. So nothing may be reassociated (fast-math) or
-# fused into a multiply-add (contraction), which changes last bits where the processor has one, and pow(10, x) must not
-# become an exp10(x) that rounds otherwise. errno tells nobody anything there; without it a square root is one
+# fused into a multiply-add (contraction), which changes last bits where the processor has one, and no compiler may turn
+# pow(10, x) into an exp10(x) that rounds otherwise. errno tells nobody anything there; without it a square root is one
 # instruction, and a sine and a cosine of one angle are computed together.
 set(ORVIX_EXACT_MATHEMATICS -fno-fast-math -ffp-contract=off -fno-builtin-pow -fno-math-errno)
 if(NOT WIN32)

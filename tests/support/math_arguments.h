@@ -124,9 +124,10 @@ public:
                 return std::bit_cast<Real>(static_cast<BitsOf<Real>>(random_()));
             case 1:
                 return uniform(-1000, 1000);
-            case 2:
-                return static_cast<Real>(std::pow(10.0, std::uniform_real_distribution<double>(-40, 40)(random_))) *
-                       uniform(-1, 1);
+            case 2: {
+                const double exponent = std::uniform_real_distribution<double>(-40, 40)(random_);
+                return static_cast<Real>(std::pow(10.0, exponent)) * uniform(-1, 1);
+            }
             case 3:
                 return 0;
             default:
