@@ -1,7 +1,7 @@
 // A plain model of the complex functions in single precision: the formulas with real and imaginary parts written out.
 #pragma once
 
-#include "support/real_functions_model.h"
+#include "real_functions_model.h"
 
 #include <cmath>
 
