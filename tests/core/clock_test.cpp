@@ -11,6 +11,10 @@
 #include <ctime>
 #include <string>
 
+#if defined(__SSE__)
+#include <xmmintrin.h>
+#endif
+
 using orvix::test::ScopedVariable;
 
 TEST(Clock, MillisecondsAgreeWithTheSecondsOfTheSystem) {
@@ -45,6 +49,21 @@ TEST(FloatingPoint, MaskedTrapsStayMasked) {
     orvix::core::mask_floating_point_traps();
     EXPECT_EQ(fegetexcept(), 0);
 }
+
+TEST(FloatingPoint, MaskingTrapsKeepsTheStatus) {
+    std::feclearexcept(FE_ALL_EXCEPT);
+    std::feraiseexcept(FE_DIVBYZERO);
+    orvix::core::mask_floating_point_traps();
+    EXPECT_EQ(std::fetestexcept(FE_ALL_EXCEPT), FE_DIVBYZERO);
+}
+
+#if defined(__SSE__)
+TEST(FloatingPoint, TheTrapOfSubnormalOperandsIsMaskedToo) {
+    _mm_setcsr(_mm_getcsr() & ~static_cast<unsigned>(_MM_MASK_DENORM));
+    orvix::core::mask_floating_point_traps();
+    EXPECT_EQ(_mm_getcsr() & _MM_MASK_MASK, static_cast<unsigned>(_MM_MASK_MASK));
+}
+#endif
 
 TEST(Variables, AMissingVariableDiffersFromAnEmptyOne) {
     const ScopedVariable empty("ORVIX_TEST_EMPTY", "");
