@@ -3,6 +3,7 @@
 #pragma once
 
 #include <orvix/core/clock.h>
+#include <orvix/core/descriptors.h>
 #include <orvix/core/directory.h>
 #include <orvix/core/directory_chain.h>
 #include <orvix/core/directory_saver.h>

@@ -26,4 +26,27 @@ TEST(CreateExclusiveFlags, MakeAFileToReadAndWriteThatMustNotBeThere) {
     EXPECT_EQ(errno, EEXIST);
 }
 
+TEST(OpenFlags, WaysOfAccessExcludeEachOther) {
+    const orvix::core::OpenFlags flags = orvix::core::open_flags();
+    EXPECT_EQ(flags.read_only & flags.access, flags.read_only);
+    EXPECT_EQ(flags.write_only & flags.access, flags.write_only);
+    EXPECT_EQ(flags.read_write & flags.access, flags.read_write);
+    EXPECT_NE(flags.read_only, flags.write_only);
+    EXPECT_NE(flags.read_only, flags.read_write);
+    EXPECT_NE(flags.write_only, flags.read_write);
+}
+
+TEST(OpenFlags, CreateWithTruncateMakesAFileAndLaterEmptiesIt) {
+    const orvix::test::TemporaryDirectory directory(orvix::test::TemporaryDirectory::Enter::yes);
+    const orvix::core::OpenFlags flags = orvix::core::open_flags();
+    for (int time = 0; time < 2; ++time) {
+        const int descriptor = orvix::open_utf8("file", flags.read_write | flags.create | flags.truncate, 0600);
+        ASSERT_NE(descriptor, -1);
+        EXPECT_EQ(lseek(descriptor, 0, SEEK_END), 0);
+        EXPECT_EQ(write(descriptor, "x", 1), 1);
+        close(descriptor);
+    }
+    EXPECT_EQ(orvix::open_utf8("file", flags.read_write | flags.create | flags.exclusive, 0600), -1);
+}
+
 }  // namespace
