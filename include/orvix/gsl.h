@@ -15,6 +15,9 @@
 #include <orvix/gsl/file_trees.h>
 #include <orvix/gsl/files.h>
 #include <orvix/gsl/getenv.h>
+#include <orvix/gsl/hash_careful.h>
+#include <orvix/gsl/hash_store.h>
+#include <orvix/gsl/hash_table.h>
 #include <orvix/gsl/line_parser.h>
 #include <orvix/gsl/linked_list.h>
 #include <orvix/gsl/memory_controller.h>
@@ -25,6 +28,7 @@
 #include <orvix/gsl/projects.h>
 #include <orvix/gsl/real_functions.h>
 #include <orvix/gsl/record_list.h>
+#include <orvix/gsl/search_table.h>
 #include <orvix/gsl/sort.h>
 #include <orvix/gsl/status.h>
 #include <orvix/gsl/streams.h>

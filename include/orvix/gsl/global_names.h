@@ -6,12 +6,20 @@
 
 #include <orvix/gsl/directory_scan.h>
 #include <orvix/gsl/real_functions.h>
+#include <orvix/gsl/search_table.h>
 #include <orvix/gsl/string_utilities.h>
 
 using orvix::gsl::_dirdesc;
+using orvix::gsl::ACTIONSEARCH;
 using orvix::gsl::closedir;
 using orvix::gsl::dirent;
+using orvix::gsl::ENTER;
+using orvix::gsl::entry;
+using orvix::gsl::FIND;
 using orvix::gsl::finite;
+using orvix::gsl::hcreate;
+using orvix::gsl::hdestroy;
+using orvix::gsl::hsearch;
 using orvix::gsl::isnan;
 using orvix::gsl::opendir;
 using orvix::gsl::opendir_utf8;
