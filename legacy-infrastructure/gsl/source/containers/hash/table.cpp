@@ -144,12 +144,9 @@ bool read_existing(htab* table, const HASHINFO* info) {
     return allocate_segments(table, (table->top_bucket + table->seg_size) / table->seg_size);
 }
 
-// True if there is no file of that name, in which case `errno` is left clear.
 bool is_missing(const char* file) {
     ::_stat64 status;
-    if (core::read_status(file, &status) != -1 || errno != ENOENT) return false;
-    errno = 0;
-    return true;
+    return core::read_status(file, &status) == -1 && errno == ENOENT;
 }
 
 }  // namespace
@@ -172,6 +169,7 @@ htab* open_table(const char* file, int flags, int mode, const HASHINFO* info) {
         table->fp = open_utf8(file, flags | system.binary, mode);
         if (table->fp == -1) return nullptr;
     }
+    if (is_new && errno == ENOENT) errno = 0;  // which only said that the file was to be made
     if (!(is_new ? initialise(table.get(), file != nullptr, info) : read_existing(table.get(), info))) return nullptr;
     const bool has_cache_bytes = info != nullptr && info->cache_bytes != 0;
     __buf_init(table.get(), has_cache_bytes ? info->cache_bytes : default_cache_bytes);
