@@ -166,7 +166,9 @@ private:
 
 inline gslstore::Report report_on(const Store& store) {
     OpenStoreSource source(store);
-    return verify(&source, gslstore::default_hash);
+    constexpr std::string_view text = "any text";
+    const bool has_default_hash = store.table()->hash(text.data(), text.size()) == gslstore::default_hash(text);
+    return verify(&source, has_default_hash ? gslstore::default_hash : nullptr);
 }
 
 inline gslstore::Report report_on_file(const std::string& name) {
