@@ -37,7 +37,7 @@ public:
     KyotoHash(const std::string& path, bool is_new, const Purpose& purpose) {
         using Db = kyotocabinet::HashDB;
         if (purpose.count != 0) db_.tune_buckets(static_cast<std::int64_t>(purpose.count) * 2);
-        if (purpose.cache_bytes == 0) db_.tune_map(std::int64_t{1} << 30);
+        if (purpose.count != 0 && purpose.cache_bytes == 0) db_.tune_map(std::int64_t{1} << 30);
         require(db_.open(path, Db::OWRITER | Db::ONOLOCK | (is_new ? Db::OCREATE | Db::OTRUNCATE : 0U)), "HashDB");
     }
     bool put(std::string_view key, std::string_view value) override {

@@ -1,4 +1,5 @@
 #include "containers/hash/pairs.h"
+#include "containers/prefetch.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -125,6 +126,14 @@ bool is_storable(const DBT& text) {
            (text.data != nullptr || text.size == 0);
 }
 
+// The bytes of a new value are likely to lie far from those of its key.
+void prefetch_text(const DBT& text) {
+    constexpr std::size_t line_bytes = 64;
+    constexpr std::size_t most_bytes = 4 * line_bytes;
+    const auto* const bytes = static_cast<const char*>(text.data);
+    for (std::size_t at = 0; at < text.size && at < most_bytes; at += line_bytes) prefetch(bytes + at);
+}
+
 }  // namespace
 
 int access(htab* table, Action action, const DBT& key, DBT* value) {
@@ -134,6 +143,7 @@ int access(htab* table, Action action, const DBT& key, DBT* value) {
         return -1;
     }
     unpin_left(table);
+    if (stores) prefetch_text(*value);
     const std::uint32_t bucket = bucket_of(table, hash_of(table, bytes_of(key)));
     _bufhead* const first = fetch_bucket(table, bucket);
     if (first == nullptr) return -1;
