@@ -56,9 +56,7 @@ void count_bucket(HashHeader* header) {
 
 using namespace orvix::gsl::hash;
 
-std::uint32_t __log2_uint(std::uint32_t value) {
-    return value < 2 ? 0 : width_of(value - 1);
-}
+std::uint32_t __log2_uint(std::uint32_t value) { return value < 2 ? 0 : width_of(value - 1); }
 
 int __expand_table(htab* table) {
     const std::uint32_t bucket = table->top_bucket + 1;
