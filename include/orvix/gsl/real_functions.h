@@ -260,13 +260,13 @@ ORVIX_GSL_API float gmath_snotanh(float x);
 /// range, so the function stops at `log(1e38)`. Has no domain to leave: the flag stays as it is.
 ///
 /// @param x  any value
-/// @return the logarithm, not clamped; minus infinity for a negative `x` so large that the sum vanishes
+/// @return the logarithm, not clamped; minus infinity below about -6.7e7, where the sum vanishes
 ORVIX_GSL_API float gmath_snoasinh(float x);
 
 /// Inverse hyperbolic sine in double precision, by the formula of `gmath_snoasinh`: it too stops at `log(1e38)`.
 ///
 /// @param x  any value
-/// @return the logarithm, not clamped; minus infinity for a negative `x` so large that the sum vanishes
+/// @return the logarithm, not clamped; minus infinity below about -6.7e7, where the sum vanishes
 ORVIX_GSL_API double gmath_dnoasinh(double x);
 
 /// Inverse hyperbolic cosine, as `log(sqrt(x * x - 1) + x)`. What the root is taken of is clamped to the range of
