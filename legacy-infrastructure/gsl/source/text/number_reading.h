@@ -2,11 +2,13 @@
 #pragma once
 
 #include "text/bytes.h"
+#include "text/wide_arithmetic.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string_view>
 
 namespace orvix::gsl::text {
@@ -20,12 +22,28 @@ struct Conversion {
 
 Conversion convert_front(std::string_view text);
 
+// mantissa * 10^power, correctly rounded, for powers from -27 to 27.
+double scaled_by_ten(std::uint64_t mantissa, int power);
+
+// What `strtod` skips in front of a number.
+constexpr bool is_white_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
 constexpr bool is_sign(char c) { return c == '+' || c == '-'; }
 
 constexpr bool is_exponent_mark(char c) { return c == 'e' || c == 'E'; }
 
-inline constexpr double powers_of_ten[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                           1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+// All that a double holds exactly.
+inline constexpr double exact_powers_of_ten[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                                 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+double remote_power_of_ten(std::ptrdiff_t exponent);
+
+// The number nearest to 10^exponent; 0 and infinity beyond what there is.
+inline double power_of_ten(std::ptrdiff_t exponent) {
+    constexpr std::ptrdiff_t most_exact = std::size(exact_powers_of_ten) - 1;
+    if (exponent < -most_exact || exponent > most_exact) return remote_power_of_ten(exponent);
+    return exponent < 0 ? 1 / exact_powers_of_ten[-exponent] : exact_powers_of_ten[exponent];
+}
 
 enum class Reading { done, no_number, undecided };
 
@@ -36,14 +54,17 @@ struct DecimalFront {
     double value;  // if reading is done
 };
 
-// Reads what most numbers are: decimal digits that make an integer of at most 53 bits, times or divided by a power of
-// ten that a double holds exactly. One operation on the two rounds correctly. Longer numbers, and what an "x" may make
-// hexadecimal, are left undecided. The text is not empty, and ends at `end`, or at its zero byte if that is null.
+constexpr bool may_begin_decimal(char c) { return c >= '+' && c <= '9'; }  // with "," and "/", which cost nothing
+
+// Reads decimal numbers of up to 19 digits, leading zeros included, times or divided by a moderate power of ten.
+// Others, and what an "x" may make hexadecimal, are left undecided. The text is not empty, and ends at `end`, or at its
+// zero byte if that is null.
 inline DecimalFront read_decimal_front(const char* text, const char* end) {
-    if (*text < '+' || *text > '9') return {Reading::no_number, text, 0};  // most words end here
-    constexpr std::ptrdiff_t most_digits = 19;                             // that 64 bits hold
-    constexpr std::uint64_t most_mantissa = std::uint64_t{1} << 53;
-    constexpr std::ptrdiff_t most_power = 22;
+    if (!may_begin_decimal(*text)) return {Reading::no_number, text, 0};  // most words end here
+    constexpr std::ptrdiff_t most_digits = 19;                            // that 64 bits hold
+    constexpr std::uint64_t most_exact = std::uint64_t{1} << 53;
+    constexpr std::ptrdiff_t most_exact_power = std::size(exact_powers_of_ten) - 1;
+    constexpr std::ptrdiff_t most_power = powers_of_five.size() - 1;
 
     const char* at = text;
     const auto stands = [&](auto is) { return at != end && is(*at); };
@@ -75,10 +96,14 @@ inline DecimalFront read_decimal_front(const char* text, const char* end) {
         for (; stands(is_digit); ++at) exponent = std::min<std::ptrdiff_t>(exponent * 10 + (*at - '0'), 10000);
         power += below_one ? -exponent : exponent;
     }
-    if (digits > most_digits || mantissa > most_mantissa) return {Reading::undecided, at, 0};
-    if (power < -most_power || power > most_power) return {Reading::undecided, at, 0};
-    const auto whole = static_cast<double>(mantissa);
-    const double magnitude = power < 0 ? whole / powers_of_ten[-power] : whole * powers_of_ten[power];
+    if (digits > most_digits || power < -most_power || power > most_power) return {Reading::undecided, at, 0};
+    double magnitude = 0;
+    if (mantissa > most_exact || power < -most_exact_power || power > most_exact_power) {
+        magnitude = scaled_by_ten(mantissa, static_cast<int>(power));
+    } else {  // one operation on two exact numbers rounds correctly
+        const auto whole = static_cast<double>(mantissa);
+        magnitude = power < 0 ? whole / exact_powers_of_ten[-power] : whole * exact_powers_of_ten[power];
+    }
     return {Reading::done, at, negative ? -magnitude : magnitude};
 }
 
@@ -102,6 +127,14 @@ inline bool read_number(std::string_view text, const DecimalFront& front, double
 inline bool read_number(std::string_view text, double* value) {
     if (text.empty()) return false;
     return read_number(text, read_decimal_front(text.data(), text.data() + text.size()), value);
+}
+
+// The same for a text that ends with its zero byte.
+inline bool read_number(const char* text, double* value) {
+    const DecimalFront front = read_decimal_front(text, nullptr);
+    if (front.reading == Reading::undecided) return read_number(std::string_view(text), front, value);
+    *value = front.value;
+    return front.reading == Reading::done && *front.end == '\0';
 }
 
 // True for a value without fraction, from -2147483647 to 2147483647; the one number below is out of range on purpose.
