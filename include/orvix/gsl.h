@@ -23,6 +23,7 @@
 #include <orvix/gsl/memory_controller.h>
 #include <orvix/gsl/messages.h>
 #include <orvix/gsl/name_rules.h>
+#include <orvix/gsl/number_text.h>
 #include <orvix/gsl/pending_error.h>
 #include <orvix/gsl/processes.h>
 #include <orvix/gsl/projects.h>
