@@ -1,6 +1,9 @@
+#include "text/stripped_number_model.h"
+
 #include <gtest/gtest.h>
 #include <orvix/gsl/number_text.h>
 #include <orvix/gsl/status.h>
+#include <support/random_text.h>
 
 #include <clocale>
 #include <cmath>
@@ -383,6 +386,56 @@ TEST(GparseCnvtFromEToString, ThirtyTwoBytesFitTheBufferAndNoMore) {
     number += '7';
     EXPECT_EQ(into_buffer([&](char* out) { return gparse_cnvt_from_e_to_string(out, number.data(), 0); }), "none");
     EXPECT_EQ(gparse_cnvt_from_e_to_string(nullptr, number.data(), 0), number.data());
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Against the model
+
+namespace {
+
+namespace model = orvix::test::model;
+using orvix::test::RandomText;
+
+// Few digits of a moderate size, as in a display.
+std::string plain_number(RandomText& random) {
+    return random.text("-", 1) + random.text("012345", 6) + '.' + random.text("0000123456789", 12) + '0';
+}
+
+}  // namespace
+
+TEST(StrippedNumbers, DoublesAgreeWithTheModel) {
+    for (unsigned seed = 0; seed < 20000; ++seed) {
+        SCOPED_TRACE(seed);
+        RandomText random(seed);
+        const double power = std::pow(10, static_cast<double>(random.number(60)) - 30);
+        const double value = model::read_back(plain_number(random)) * (random.coin() ? 1 : power);
+        const int min_decimals = static_cast<int>(random.number(12)) - 2;
+        const int max_digits = static_cast<int>(random.number(35)) - 2;
+        const model::Stripped expected = model::double_stripped(value, min_decimals, max_digits);
+        if (expected.kind == model::Stripped::end_of_process) continue;
+        EXPECT_EQ(stripped(value, min_decimals, max_digits),
+                  expected.kind == model::Stripped::failure ? "none" : expected.bytes);
+    }
+}
+
+TEST(StrippedNumbers, TextsAgreeWithTheModel) {
+    for (unsigned seed = 0; seed < 20000; ++seed) {
+        SCOPED_TRACE(seed);
+        RandomText random(seed);
+        std::string number = plain_number(random);
+        const int min_decimals = static_cast<int>(random.number(14)) - 2;
+        const int max_digits = static_cast<int>(random.number(34)) - 2;
+        const double value = model::read_back(number);
+        const model::Stripped expected = model::string_stripped(number, value, min_decimals, max_digits);
+        if (expected.kind == model::Stripped::end_of_process) continue;
+        SCOPED_TRACE(number + ' ' + std::to_string(min_decimals) + ' ' + std::to_string(max_digits));
+        char* const result = gparse_cnvt_string_string_stripped(nullptr, number.data(), min_decimals, max_digits);
+        EXPECT_EQ(result, expected.kind == model::Stripped::argument ? number : expected.bytes);
+        if (result != number.data()) gmem_ee_free(result);
+        if (expected.kind == model::Stripped::text && expected.bytes.size() <= 32) {
+            EXPECT_EQ(with_decimals(number, min_decimals, max_digits), expected.bytes);
+        }
+    }
 }
 
 TEST(StrippedNumbers, LocaleOfTheProcessPlaysNoPart) {
