@@ -21,6 +21,7 @@
 #include <orvix/gsl/line_parser.h>
 #include <orvix/gsl/linked_list.h>
 #include <orvix/gsl/memory_controller.h>
+#include <orvix/gsl/memory_parser.h>
 #include <orvix/gsl/messages.h>
 #include <orvix/gsl/name_rules.h>
 #include <orvix/gsl/number_text.h>
