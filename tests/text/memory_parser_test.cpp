@@ -362,7 +362,8 @@ TYPED_TEST(MemoryParser, NumbersAreGivenAndElseZero) {
     EXPECT_EQ(single, 0.1F);
     for (const std::size_t index : {2U, 3U}) {
         whole = 99;
-        real = single = 99;
+        real = 99;
+        single = 99;
         EXPECT_FALSE(gparse_intclump_mem(record, index, &whole));
         EXPECT_FALSE(gparse_d_relclump_mem(record, index, &real));
         EXPECT_FALSE(gparse_s_relclump_mem(record, index, &single));
