@@ -1,4 +1,4 @@
-#include "text/line_parser_models.h"
+#include "text/expect_clumps.h"
 
 #include <gtest/gtest.h>
 #include <orvix/gsl/line_parser.h>
@@ -379,17 +379,7 @@ void expect_as_modelled(const std::string& line, const std::string& delims, cons
     const Parsed parsed(line, delims.c_str(), singles.c_str(), comment);
     const auto expected = model::parsed(line, delims, singles, comment);
     ASSERT_EQ(parsed.result, expected.has_value());
-    ASSERT_EQ(parsed.record.nclumps, expected ? expected->size() : 0);
-    for (std::size_t i = 0; i < parsed.record.nclumps; ++i) {
-        const parserec_clump& clump = parsed.record.clumps[i];
-        const model::ModelClump& model = (*expected)[i];
-        EXPECT_EQ(clump.start, static_cast<std::int32_t>(model.start));
-        EXPECT_EQ(clump.end, static_cast<std::int32_t>(model.end));
-        EXPECT_EQ(clump.is_int, model.is_int);
-        EXPECT_EQ(clump.int_value, model.int_value);
-        EXPECT_EQ(clump.is_real, model.is_real);
-        EXPECT_EQ(clump.real_value, model.real_value);
-    }
+    expect_clumps(parsed.record, expected.value_or(std::vector<model::ModelClump>()));
 }
 
 }  // namespace
