@@ -1,9 +1,11 @@
-// The line parser beside strtok_r with strtod, and with from_chars, on lines as the suite reads them. All find the same
-// clumps but one kind: bytes that are clumps on their own are only separators to strtok_r.
+// The line parsers beside strtok_r with strtod, and with from_chars, on lines as the suite reads them. All find the
+// same clumps but one kind: bytes that are clumps on their own are only separators to strtok_r. The peers keep their
+// tokens in a table, as the parser does whose record holds one; "on_heap" is the parser that allocates for each line.
 
 #include "ratio.h"
 
 #include <orvix/gsl/line_parser.h>
+#include <orvix/gsl/memory_parser.h>
 
 #include <benchmark/benchmark.h>
 
@@ -130,6 +132,17 @@ void parse_ours(const Sample& sample) {
     }
 }
 
+void parse_on_heap(const Sample& sample) {
+    parserecMem record{};
+    for (const std::string& line : sample.lines) {
+        if (!gparse_efficient_parline_mem(line.c_str(), sample.delims, sample.singles, sample.comment, &record)) {
+            std::abort();
+        }
+        benchmark::DoNotOptimize(record);
+    }
+    gparse_efficient_parline_free_mem(&record);
+}
+
 struct Token {
     const char* text;
     double value;
@@ -168,21 +181,44 @@ void parse_with_strtok(const Sample& sample) {
     }
 }
 
-bool measure(const Sample& sample, const std::string& who, void (*parse)(const Sample&)) {
-    benchmark::RegisterBenchmark((sample.name + ('/' + who)).c_str(), [&sample, parse](benchmark::State& state) {
+void measure(const Sample& sample, const std::string& name, void (*parse)(const Sample&)) {
+    benchmark::RegisterBenchmark(name.c_str(), [&sample, parse](benchmark::State& state) {
         for (auto _ : state) parse(sample);
         state.SetItemsProcessed(state.iterations() * line_count);
     });
-    return true;
+}
+
+// All records live, and are parsed again one after the other.
+template <auto parse, auto release>
+void measure_records(const std::string& name, std::size_t record_count) {
+    benchmark::RegisterBenchmark(name.c_str(), [record_count](benchmark::State& state) {
+        std::vector<parserecMem> records(record_count);
+        const std::string& line = samples()[0].lines[0];
+        for (auto _ : state) {
+            for (parserecMem& record : records) {
+                if (!parse(line.c_str(), " ", "", '\0', &record)) std::abort();
+            }
+        }
+        for (parserecMem& record : records) release(&record);
+        state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(record_count));
+    });
 }
 
 const bool registered = [] {
     for (const Sample& sample : samples()) {
-        orvix::bench::bar(sample.name, "strtok_strtod", sample.bar);
-        orvix::bench::bar(sample.name, "strtok_from_chars", 0.75);
-        measure(sample, "ours", parse_ours);
-        measure(sample, "strtok_strtod", parse_with_strtok<read_with_strtod>);
-        measure(sample, "strtok_from_chars", parse_with_strtok<read_with_from_chars>);
+        const std::string name = sample.name;
+        orvix::bench::bar(name, "strtok_strtod", sample.bar);
+        orvix::bench::bar(name, "strtok_from_chars", 0.75);
+        measure(sample, name + "/ours", parse_ours);
+        measure(sample, name + "/strtok_strtod", parse_with_strtok<read_with_strtod>);
+        measure(sample, name + "/strtok_from_chars", parse_with_strtok<read_with_from_chars>);
+        measure(sample, name + "/on_heap/ours", parse_on_heap);
+        measure(sample, name + "/on_heap/strtok_strtod", parse_with_strtok<read_with_strtod>);
+    }
+    for (const std::size_t count : {10U, 1000U}) {
+        const std::string name = "live_records/" + std::to_string(count);
+        measure_records<gparse_efficient_parline_mem, gparse_efficient_parline_free_mem>(name + "/ours", count);
+        measure_records<gparse_parline_mem, gparse_parline_free_mem>(name + "/plain_form", count);
     }
     return true;
 }();
