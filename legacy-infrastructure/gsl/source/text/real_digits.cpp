@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cassert>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
@@ -15,6 +16,8 @@
 namespace orvix::gsl::text {
 
 namespace {
+
+constexpr int most_units = powers_of_ten.size() - 1;  // the power of ten that 64 bits hold
 
 // What a double can have; only zeros follow.
 constexpr std::ptrdiff_t most_decimals = 1074;
@@ -43,9 +46,10 @@ std::uint64_t fraction_units(std::uint64_t low_bits, int places, int decimals) {
     return shifted_right(product, places - decimals);
 }
 
-// Nothing where 64 bits for each part are not enough. There are at most 19 decimals.
-std::optional<SplitNumber> split(double magnitude, int decimals) {
+// Nothing where 64 bits for each part are not enough.
+std::optional<SplitNumber> split(double magnitude, std::ptrdiff_t decimals) {
     constexpr int most_places = 127;
+    if (decimals > most_units) return std::nullopt;
     const auto [mantissa, exponent] = binary_parts(magnitude);
     const int places = -exponent;
     if (mantissa == 0) return SplitNumber{0, 0};
@@ -61,7 +65,7 @@ std::optional<SplitNumber> split(double magnitude, int decimals) {
         number.whole = mantissa >> places;
         number.fraction = mantissa & ((std::uint64_t{1} << places) - 1);
     }
-    number.fraction = fraction_units(number.fraction, places, decimals);
+    number.fraction = fraction_units(number.fraction, places, static_cast<int>(decimals));
     if (number.fraction == powers_of_ten[static_cast<std::size_t>(decimals)]) {
         ++number.whole;
         number.fraction = 0;
@@ -103,6 +107,7 @@ ScaledNumber scaled(BinaryParts parts, int power) {
     }
     const uint128 product = uint128{parts.mantissa} * powers_of_five[static_cast<std::size_t>(power)];
     const int places = -(parts.exponent + power);
+    assert(places < 128);
     if (places <= 0) return {static_cast<std::uint64_t>(product << -places), false};
     // The product has as many zeros at its end as the mantissa: the power of five is odd.
     return {static_cast<std::uint64_t>(product >> places), places > std::countr_zero(parts.mantissa)};
@@ -121,18 +126,20 @@ std::uint64_t rounded(ScaledNumber number) {
     return quotient + (rounds_up(number.whole % unit, unit / 2, beyond_tie) ? 1 : 0);
 }
 
-// Nothing where the scale is beyond what is exact. There are at most 17 digits: 64 bits hold them and two more.
-std::optional<RoundedNumber> leading_digits(double magnitude, int count) {
+// Nothing where 64 bits do not hold the digits and two more, or the scale is beyond what is exact.
+std::optional<RoundedNumber> leading_digits(double magnitude, std::ptrdiff_t wanted) {
     constexpr int most_power = powers_of_five.size() - 1;
+    if (wanted > most_units - 2) return std::nullopt;
     if (magnitude == 0) return RoundedNumber{0, 0};
 
     // The power of ten is known up to one from that of two. One digit too many is asked for, or two if it is larger.
+    const auto count = static_cast<int>(wanted);
     const BinaryParts parts = binary_parts(magnitude);
     const int low_exponent = floor_log10_of_power_of_two(bit_width(parts.mantissa) - 1 + parts.exponent);
     const int power = count - low_exponent;
     if (power < -most_power || power > most_power) return std::nullopt;
     const ScaledNumber number = scaled(parts, power);
-    const bool one_more = number.whole >= powers_of_ten[static_cast<std::size_t>(count + 1)];
+    const bool one_more = number.whole >= powers_of_ten[static_cast<std::size_t>(count) + 1];
     RoundedNumber result{one_more ? rounded<100>(number) : rounded<10>(number), low_exponent + (one_more ? 1 : 0)};
     if (result.digits == powers_of_ten[static_cast<std::size_t>(count)]) {
         result.digits /= 10;
@@ -155,24 +162,20 @@ char* write_many_leading_digits(double magnitude, std::ptrdiff_t count, int* exp
 }  // namespace
 
 char* write_fixed(double magnitude, std::ptrdiff_t decimals, std::ptrdiff_t most_whole_digits, char* to) {
-    constexpr int most_units = powers_of_ten.size() - 1;
-    const int few = decimals <= most_units ? static_cast<int>(decimals) : 0;
-    const std::optional<SplitNumber> number = few == decimals ? split(magnitude, few) : std::nullopt;
+    const std::optional<SplitNumber> number = split(magnitude, decimals);
     if (!number) return write_long_fixed(magnitude, decimals, most_whole_digits, to);
     const int whole_digits = digit_count(number->whole);
     if (whole_digits > most_whole_digits) return nullptr;
     to = write_digits(number->whole, whole_digits, to);
     *to++ = '.';
-    return write_digits(number->fraction, few, to);
+    return write_digits(number->fraction, static_cast<int>(decimals), to);
 }
 
 char* write_leading_digits(double magnitude, std::ptrdiff_t count, int* exponent, char* to) {
-    constexpr int most_count = powers_of_ten.size() - 1 - 2;
-    const int few = count <= most_count ? static_cast<int>(count) : 0;
-    const std::optional<RoundedNumber> number = few == count ? leading_digits(magnitude, few) : std::nullopt;
+    const std::optional<RoundedNumber> number = leading_digits(magnitude, count);
     if (!number) return write_many_leading_digits(magnitude, count, exponent, to);
     *exponent = number->exponent;
-    char* const end = write_digits(number->digits, few, to + 1);
+    char* const end = write_digits(number->digits, static_cast<int>(count), to + 1);
     to[0] = to[1];
     to[1] = '.';
     return end;
