@@ -1,0 +1,67 @@
+#include "text/regexp_compiler.h"
+
+#include "text/regexp_emitter.h"
+#include "text/regexp_parser.h"
+#include "text/regexp_program.h"
+
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+namespace orvix::gsl::text::regexp {
+
+namespace {
+
+// The longest text among the nodes of the only alternative, the last of several; what lies inside their operands need
+// not be part of a match.
+void find_required_text(__gsl_regexp* record) {
+    const unsigned char* const program = record->program;
+    std::size_t longest = 0;
+    for (Node node = 1 + node_bytes; node != 0; node = next_of(program, node)) {
+        if (program[node] != rx_exactly) continue;
+        const auto* const text = reinterpret_cast<const char*>(program + node + node_bytes);
+        const std::size_t length = std::strlen(text);
+        if (length < longest) continue;
+        record->regmust = text;
+        longest = length;
+    }
+    record->regmlen = static_cast<std::int32_t>(longest);
+}
+
+// What lets a search do without most tries. Where there are several alternatives, nothing does.
+void find_hints(__gsl_regexp* record, unsigned flags) {
+    const unsigned char* const program = record->program;
+    constexpr Node first = 1;
+    if (program[next_of(program, first)] != rx_end) return;
+    const Node operand = first + node_bytes;
+    if (program[operand] == rx_exactly) record->regstart = static_cast<char>(program[operand + node_bytes]);
+    if (program[operand] == rx_bol) record->reganch = 1;
+    if (flags & starts_with_repeat) find_required_text(record);
+}
+
+}  // namespace
+
+Compilation compile(const char* pattern) {
+    if (pattern == nullptr) return {nullptr, "NULL argument"};
+    Counter counter;
+    Parser<Counter> measuring(pattern, counter);
+    measuring.parse();
+    if (measuring.error() != nullptr) return {nullptr, measuring.error()};
+    if (counter.size() >= program_limit) return {nullptr, "regexp too big"};
+
+    void* const block = std::malloc(offsetof(__gsl_regexp, program) + counter.size());
+    if (block == nullptr) return {nullptr, "out of space"};
+    auto* const record = new (block) __gsl_regexp{};
+    Writer writer(record->program);
+    find_hints(record, Parser<Writer>(pattern, writer).parse());
+    return {record, nullptr};
+}
+
+}  // namespace orvix::gsl::text::regexp
+
+__gsl_regexp* gsl_regcomp(const char* pattern) {
+    const auto [record, error] = orvix::gsl::text::regexp::compile(pattern);
+    if (error != nullptr) gsl_regerror(error);
+    return record;
+}
