@@ -1,11 +1,14 @@
 // Compiled patterns that are given back, and what tests ask of them.
 #pragma once
 
+#include "support/regexp_match_model.h"
+
 #include <orvix/gsl/regular_expressions.h>
 
 #include <cstddef>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace orvix::test::regexp {
@@ -32,6 +35,18 @@ public:
     std::string required() const {
         return record_->regmust == nullptr ? ""
                                            : std::string(record_->regmust, static_cast<std::size_t>(record_->regmlen));
+    }
+
+    std::optional<Places> search(const std::string& subject) const { return search(subject.c_str()); }
+    std::optional<Places> search(const char* subject) const {
+        if (gsl_regexec(get(), subject) == 0) return std::nullopt;
+        Places places;
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            if (record_->startp[i] == nullptr) continue;
+            places.at(i) = {static_cast<std::size_t>(record_->startp[i] - subject),
+                            static_cast<std::size_t>(record_->endp[i] - subject)};
+        }
+        return places;
     }
 
 private:

@@ -80,6 +80,12 @@ TEST(Gsl_regcompError, ALongProgramIsTooBig) {
     EXPECT_FATAL(gsl_regcomp(std::string(1000000, '|').c_str()), "regexp too big");
 }
 
+TEST(Gsl_regexecError, NullArguments) {
+    const Record record("a");
+    EXPECT_FATAL(gsl_regexec(nullptr, "a"), "NULL parameter");
+    EXPECT_FATAL(gsl_regexec(record.get(), nullptr), "NULL parameter");
+}
+
 TEST(Gsl_regsubError, NullArguments) {
     const Record record("a");
     char dest[4];

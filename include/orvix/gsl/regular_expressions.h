@@ -67,6 +67,16 @@ struct __gsl_regexp {
 /// memory is exhausted.
 ORVIX_GSL_API __gsl_regexp* gsl_regcomp(const char* pattern);
 
+/// Searches a subject for the leftmost match.
+///
+/// @param re       compiled pattern; receives the places of the match in `startp` and `endp`. A search that fails sets
+///                 all of them to null, or leaves them alone if no place was worth a try.
+/// @param subject  text to search. `startp` and `endp` point into it: it must live as long as they are used.
+/// @return 1 if there is a match, otherwise 0
+///
+/// Ends the process if an argument is null, if the program is damaged, and if memory is exhausted.
+ORVIX_GSL_API int gsl_regexec(__gsl_regexp* re, const char* subject);
+
 /// Expands a template with the places of the last match.
 ///
 /// `&` stands for the whole match and a backslash with a digit for that group, `\0` for the whole match; a group that

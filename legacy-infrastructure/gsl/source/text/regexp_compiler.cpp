@@ -2,6 +2,7 @@
 
 #include "text/regexp_emitter.h"
 #include "text/regexp_parser.h"
+#include "text/regexp_plan.h"
 #include "text/regexp_program.h"
 
 #include <cstddef>
@@ -50,11 +51,12 @@ Compilation compile(const char* pattern) {
     if (measuring.error() != nullptr) return {nullptr, measuring.error()};
     if (counter.size() >= program_limit) return {nullptr, "regexp too big"};
 
-    void* const block = std::malloc(offsetof(__gsl_regexp, program) + counter.size());
+    void* const block = std::malloc(bytes_with_plan(counter.size()));
     if (block == nullptr) return {nullptr, "out of space"};
     auto* const record = new (block) __gsl_regexp{};
     Writer writer(record->program);
     find_hints(record, Parser<Writer>(pattern, writer).parse());
+    add_plan(record, counter.size());
     return {record, nullptr};
 }
 

@@ -9,8 +9,6 @@
 
 namespace orvix::gsl::text::regexp {
 
-using Node = std::size_t;  // offset in the program
-
 // Only counts. All nodes are the same to it, and linking them does nothing.
 class Counter {
 public:

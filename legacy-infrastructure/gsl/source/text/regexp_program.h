@@ -35,6 +35,8 @@ enum Opcode : unsigned char {
     rx_close = 30,   // + 1 to 9: its end
 };
 
+using Node = std::size_t;  // offset of a node in the program
+
 constexpr unsigned char check_byte = 156;
 constexpr std::size_t node_bytes = 3;
 constexpr std::size_t program_limit = 32767;  // a program is shorter, so that distances stay within 15 bits
@@ -44,7 +46,7 @@ constexpr unsigned group_limit = 10;          // groups are numbered below
 constexpr std::size_t distance_at(const unsigned char* node) { return node[1] * std::size_t{256} + node[2]; }
 
 // Offset of the next node; 0 if there is none.
-constexpr std::size_t next_of(const unsigned char* program, std::size_t node) {
+constexpr Node next_of(const unsigned char* program, Node node) {
     const std::size_t distance = distance_at(program + node);
     if (distance == 0) return 0;
     return program[node] == rx_back ? node - distance : node + distance;

@@ -1,0 +1,169 @@
+#include "text/regexp_backtracker.h"
+
+#include "text/regexp_damage.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+namespace orvix::gsl::text::regexp {
+
+namespace {
+
+constexpr std::ptrdiff_t steps_for_a_byte = 8;
+constexpr std::ptrdiff_t bytes_in_a_step = 16;  // that a run passes over
+
+const char* end_of_run(const ByteSet& set, const char* at) {
+    while (set.has(*at)) ++at;
+    return at;
+}
+
+// The last position from `least` to `at` where a byte of the set stands; null if there is none.
+const char* last_of(const ByteSet& set, const char* least, const char* at) {
+    for (; at >= least; --at) {
+        if (set.has(*at)) return at;
+    }
+    return nullptr;
+}
+
+bool stands_at(const char* at, const unsigned char* text, std::size_t length) {
+    for (std::size_t i = 0; i < length; ++i) {
+        if (static_cast<unsigned char>(at[i]) != text[i]) return false;  // at the end of the subject too
+    }
+    return true;
+}
+
+}  // namespace
+
+Outcome Backtracker::match_at(const char* start) {
+    for (unsigned group = 1; group <= steps_.groups; ++group) {
+        places_[group] = nullptr;
+        places_[group + end_places] = nullptr;
+    }
+    top_ = bottom_;
+    return walk(steps_.entry, start);
+}
+
+Outcome Backtracker::walk(StepIndex index, const char* at) {
+    while (true) {
+        const Step& step = steps_.steps[index];
+        index = step.next;
+        switch (step.op) {
+            case Op::match:
+                end_ = at;
+                return Outcome::match;
+            case Op::start:
+                if (at == subject_) continue;
+                break;
+            case Op::end:
+                if (*at == '\0') continue;
+                break;
+            case Op::byte:
+                if (static_cast<unsigned char>(*at++) == step.detail) continue;
+                break;
+            case Op::text:
+                if (stands_at(at, steps_.program + step.text, step.length)) {
+                    at += step.length;
+                    continue;
+                }
+                break;
+            case Op::set:
+                if (first_of(step).has(*at++)) continue;
+                break;
+            case Op::mark:
+                // With nothing to go back to, nobody will ask for the position it had.
+                if (top_ != bottom_ && !push({Entry::restore, step.detail, 0, places_[step.detail], nullptr}))
+                    return Outcome::given_up;
+                places_[step.detail] = at;
+                continue;
+            case Op::jump:
+                if (step.is_loop && !pay(at, 1)) return Outcome::given_up;
+                continue;
+            case Op::choice:
+                if (step.is_loop && !pay(at, 1)) return Outcome::given_up;
+                if (!may_go_on(step.operand, at)) continue;
+                if (may_go_on(step.next, at)) {
+                    // Where the alternative cannot fail, nothing before it will be needed any more.
+                    if (steps_.steps[step.next].is_sure) top_ = bottom_;
+                    if (!push({Entry::alternative, 0, step.next, at, nullptr})) return Outcome::given_up;
+                }
+                index = step.operand;
+                continue;
+            case Op::run:
+                at = take_run(step, at);
+                if (at != nullptr) continue;
+                break;
+            default:
+                report_damage(step.op);
+        }
+        if (credit_ < 0) return Outcome::given_up;
+        at = go_back(&index);
+        if (at == nullptr) return Outcome::none;
+    }
+}
+
+// Takes as many bytes as there are, and notes where to go on with fewer. Null if there is nowhere to go on.
+const char* Backtracker::take_run(const Step& run, const char* at) {
+    const char* const end = end_of_run(steps_.first[run.operand], at);
+    pay(end, 1 + (end - at) / bytes_in_a_step);
+    const char* const least = at + run.detail;
+    if (end < least) return nullptr;
+    if (run.is_exclusive || steps_.steps[run.next].is_sure) return end;
+    return shorten(run.next, end, least);
+}
+
+// The last position at which the step may go on; leaves a note where there may be more of them.
+const char* Backtracker::shorten(StepIndex step, const char* from, const char* least) {
+    const char* const at = last_of(steps_.first[step], least, from);
+    pay(from, 1 + (from - (at != nullptr ? at : least)) / bytes_in_a_step);
+    if (at != nullptr && at > least && !push({Entry::shorten, 0, step, at - 1, least})) give_up();
+    return at;
+}
+
+// Undoes steps up to the last one that leaves something to try. Null if there is none.
+const char* Backtracker::go_back(StepIndex* step) {
+    while (top_ != bottom_) {
+        const Entry entry = *--top_;
+        if (entry.kind == Entry::restore) {
+            places_[entry.place] = entry.at;
+            continue;
+        }
+        *step = entry.step;
+        pay(entry.at, 1);
+        if (entry.kind == Entry::alternative) return entry.at;
+        const char* const at = shorten(entry.step, entry.at, entry.least);
+        if (at != nullptr) return at;
+    }
+    return nullptr;
+}
+
+bool Backtracker::push(const Entry& entry) {
+    if (top_ == limit_ && !grow_stack()) return false;
+    *top_++ = entry;
+    return true;
+}
+
+bool Backtracker::grow_stack() {
+    const auto size = static_cast<std::size_t>(limit_ - bottom_);
+    if (size == largest_stack) return false;
+    std::unique_ptr<Entry[]> larger(new (std::nothrow) Entry[size * 8]);
+    if (larger == nullptr) return false;
+    std::copy(bottom_, top_, larger.get());
+    large_stack_ = std::move(larger);
+    bottom_ = large_stack_.get();
+    top_ = bottom_ + size;
+    limit_ = bottom_ + size * 8;
+    return true;
+}
+
+// False once the credit is used up.
+bool Backtracker::pay(const char* at, std::ptrdiff_t steps) {
+    if (at > furthest_) {
+        credit_ += (at - furthest_) * steps_for_a_byte;
+        furthest_ = at;
+    }
+    credit_ -= steps;
+    return credit_ >= 0;
+}
+
+}  // namespace orvix::gsl::text::regexp

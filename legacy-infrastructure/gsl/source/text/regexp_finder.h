@@ -1,0 +1,4 @@
+#pragma once
+namespace orvix::gsl::text::regexp {
+struct Finder {};
+}  // namespace orvix::gsl::text::regexp
