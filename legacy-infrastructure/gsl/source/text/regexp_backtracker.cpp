@@ -35,104 +35,102 @@ bool stands_at(const char* at, const unsigned char* text, std::size_t length) {
 
 }  // namespace
 
-Outcome Backtracker::match_at(const char* start) {
-    for (unsigned group = 1; group <= steps_.groups; ++group) {
-        places_[group] = nullptr;
-        places_[group + end_places] = nullptr;
-    }
-    top_ = bottom_;
-    return walk(steps_.entry, start);
-}
-
-Outcome Backtracker::walk(StepIndex index, const char* at) {
+Outcome Backtracker::walk(const Step* step, const char* at) {
     while (true) {
-        const Step& step = steps_.steps[index];
-        index = step.next;
-        switch (step.op) {
+        if (step->place != 0) {
+            // With nothing to go back to, nobody will ask for the position it had.
+            if (top_ != bottom_ && !push({nullptr, places_[step->place], nullptr, step->place}))
+                return Outcome::given_up;
+            places_[step->place] = at;
+        }
+        switch (step->op) {
             case Op::match:
                 end_ = at;
                 return Outcome::match;
             case Op::start:
-                if (at == subject_) continue;
-                break;
-            case Op::end:
-                if (*at == '\0') continue;
-                break;
-            case Op::byte:
-                if (static_cast<unsigned char>(*at++) == step.detail) continue;
-                break;
-            case Op::text:
-                if (stands_at(at, steps_.program + step.text, step.length)) {
-                    at += step.length;
-                    continue;
-                }
-                break;
-            case Op::set:
-                if (first_of(step).has(*at++)) continue;
-                break;
-            case Op::mark:
-                // With nothing to go back to, nobody will ask for the position it had.
-                if (top_ != bottom_ && !push({Entry::restore, step.detail, 0, places_[step.detail], nullptr}))
-                    return Outcome::given_up;
-                places_[step.detail] = at;
+                if (at != subject_) break;
+                step = step->next;
                 continue;
-            case Op::jump:
-                if (step.is_loop && !pay(at, 1)) return Outcome::given_up;
+            case Op::end:
+                if (*at != '\0') break;
+                step = step->next;
+                continue;
+            case Op::byte:
+                if (static_cast<unsigned char>(*at) != step->detail) break;
+                ++at;
+                step = step->next;
+                continue;
+            case Op::text:
+                if (!stands_at(at, step->text, step->length)) break;
+                at += step->length;
+                step = step->next;
+                continue;
+            case Op::set:
+                if (!step->first.has(*at)) break;
+                ++at;
+                step = step->next;
+                continue;
+            case Op::pass:
+                if (step->is_loop && !pay(at, 1)) return Outcome::given_up;
+                step = step->next;
                 continue;
             case Op::choice:
-                if (step.is_loop && !pay(at, 1)) return Outcome::given_up;
-                if (!may_go_on(step.operand, at)) continue;
-                if (may_go_on(step.next, at)) {
-                    // Where the alternative cannot fail, nothing before it will be needed any more.
-                    if (steps_.steps[step.next].is_sure) top_ = bottom_;
-                    if (!push({Entry::alternative, 0, step.next, at, nullptr})) return Outcome::given_up;
+                if (step->is_loop && !pay(at, 1)) return Outcome::given_up;
+                if (!step->operand->first.has(*at)) {
+                    step = step->next;
+                    continue;
                 }
-                index = step.operand;
+                if (step->next->first.has(*at)) {
+                    // Where the alternative cannot fail, nothing before it will be needed any more.
+                    if (step->next->is_sure) top_ = bottom_;
+                    if (!push({step->next, at, at, 0})) return Outcome::given_up;
+                }
+                step = step->operand;
                 continue;
             case Op::run:
-                at = take_run(step, at);
-                if (at != nullptr) continue;
-                break;
+                at = take_run(*step, at);
+                if (at == nullptr) break;
+                step = step->next;
+                continue;
             default:
-                report_damage(step.op);
+                report_damage(step->op);
         }
         if (credit_ < 0) return Outcome::given_up;
-        at = go_back(&index);
+        at = go_back(&step);
         if (at == nullptr) return Outcome::none;
     }
 }
 
 // Takes as many bytes as there are, and notes where to go on with fewer. Null if there is nowhere to go on.
 const char* Backtracker::take_run(const Step& run, const char* at) {
-    const char* const end = end_of_run(steps_.first[run.operand], at);
+    const char* const end = end_of_run(run.operand->first, at);
     pay(end, 1 + (end - at) / bytes_in_a_step);
     const char* const least = at + run.detail;
     if (end < least) return nullptr;
-    if (run.is_exclusive || steps_.steps[run.next].is_sure) return end;
-    return shorten(run.next, end, least);
+    return run.is_exclusive || run.next->is_sure ? end : shorten(run.next, end, least);
 }
 
 // The last position at which the step may go on; leaves a note where there may be more of them.
-const char* Backtracker::shorten(StepIndex step, const char* from, const char* least) {
-    const char* const at = last_of(steps_.first[step], least, from);
+const char* Backtracker::shorten(const Step* step, const char* from, const char* least) {
+    const char* const at = last_of(step->first, least, from);
     pay(from, 1 + (from - (at != nullptr ? at : least)) / bytes_in_a_step);
-    if (at != nullptr && at > least && !push({Entry::shorten, 0, step, at - 1, least})) give_up();
+    if (at != nullptr && at > least && !push({step, at - 1, least, 0})) give_up();
     return at;
 }
 
 // Undoes steps up to the last one that leaves something to try. Null if there is none.
-const char* Backtracker::go_back(StepIndex* step) {
+const char* Backtracker::go_back(const Step** step) {
     while (top_ != bottom_) {
         const Entry entry = *--top_;
-        if (entry.kind == Entry::restore) {
+        if (entry.step == nullptr) {
             places_[entry.place] = entry.at;
             continue;
         }
-        *step = entry.step;
         pay(entry.at, 1);
-        if (entry.kind == Entry::alternative) return entry.at;
         const char* const at = shorten(entry.step, entry.at, entry.least);
-        if (at != nullptr) return at;
+        if (at == nullptr) continue;
+        *step = entry.step;
+        return at;
     }
     return nullptr;
 }

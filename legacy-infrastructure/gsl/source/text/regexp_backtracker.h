@@ -5,7 +5,6 @@
 
 #include "text/regexp_step.h"
 
-#include <array>
 #include <cstddef>
 #include <limits>
 #include <memory>
@@ -16,45 +15,41 @@ enum class Outcome { none, match, given_up };
 
 class Backtracker {
 public:
-    // `subject` is where the steps see the start of the subject.
-    Backtracker(const Steps& steps, const char* subject) : steps_(steps), subject_(subject), furthest_(subject) {}
+    // `subject` is where the steps see the start of the subject. `places` receives the positions that are noted.
+    Backtracker(const char* subject, const char** places) : subject_(subject), places_(places), furthest_(subject) {}
 
     // Tries to match at one position. Calls go from left to right.
-    Outcome match_at(const char* start);
+    Outcome match(const Step* entry, const char* start) {
+        top_ = bottom_;
+        return walk(entry, start);
+    }
 
-    // Of the last match: its end, and the positions that marks noted; null where none did.
+    // The end of the last match.
     const char* end() const { return end_; }
-    const char* place(std::size_t index) const { return places_[index]; }
 
 private:
     // What to do when the walk fails.
     struct Entry {
-        enum Kind : unsigned char { alternative, shorten, restore };
-
-        Kind kind;
-        unsigned char place;  // restore: that mark
-        StepIndex step;       // go on there
-        const char* at;       // from here; restore: the position it had
-        const char* least;    // shorten: the leftmost position to go on from
+        const Step* step;   // go on there; null restores a place
+        const char* at;     // from here; or the position that the place had
+        const char* least;  // the leftmost position to go on from
+        std::size_t place;
     };
 
-    static constexpr std::size_t small_stack = 64;
-    static constexpr std::size_t largest_stack = 65536;
+    static constexpr std::size_t small_stack = 48;
+    static constexpr std::size_t largest_stack = 8 * 8 * 8 * 8 * small_stack;
 
-    Outcome walk(StepIndex first, const char* at);
+    Outcome walk(const Step* step, const char* at);
     const char* take_run(const Step& run, const char* at);
-    const char* shorten(StepIndex step, const char* from, const char* least);
-    const char* go_back(StepIndex* step);
+    const char* shorten(const Step* step, const char* from, const char* least);
+    const char* go_back(const Step** step);
     bool push(const Entry& entry);
     bool grow_stack();
     bool pay(const char* at, std::ptrdiff_t steps);
     void give_up() { credit_ = std::numeric_limits<std::ptrdiff_t>::min() / 2; }  // no byte makes up for that
 
-    const ByteSet& first_of(const Step& step) const { return steps_.first[&step - steps_.steps]; }
-    bool may_go_on(StepIndex step, const char* at) const { return steps_.first[step].has(*at); }
-
-    Steps steps_;
     const char* subject_;
+    const char** places_;
     const char* end_ = nullptr;
 
     // Steps are paid for from a credit that grows with each byte of the subject reached for the first time. So the
@@ -62,7 +57,6 @@ private:
     const char* furthest_;
     std::ptrdiff_t credit_ = 2048;
 
-    std::array<const char*, place_count> places_;
     Entry small_stack_[small_stack];
     std::unique_ptr<Entry[]> large_stack_;
     Entry* bottom_ = small_stack_;

@@ -51,7 +51,7 @@ Compilation compile(const char* pattern) {
     if (measuring.error() != nullptr) return {nullptr, measuring.error()};
     if (counter.size() >= program_limit) return {nullptr, "regexp too big"};
 
-    void* const block = std::malloc(bytes_with_plan(counter.size()));
+    void* const block = std::malloc(bytes_with_plan(counter.size(), counter.nodes()));
     if (block == nullptr) return {nullptr, "out of space"};
     auto* const record = new (block) __gsl_regexp{};
     Writer writer(record->program);

@@ -6,6 +6,7 @@
 #include "text/regexp_step.h"
 
 #include <cstddef>
+#include <cstdint>
 
 namespace orvix::gsl::text::regexp {
 
@@ -32,10 +33,12 @@ struct Program {
         return bytes[node] == rx_exactly || bytes[node] == rx_anyof || bytes[node] == rx_anybut;
     }
 
-    const char* operand(Node node) const { return reinterpret_cast<const char*>(bytes + node + node_bytes); }
+    const unsigned char* operand(Node node) const { return bytes + node + node_bytes; }
 
     // Length of an operand of bytes; as long as the rest of the program if it does not end.
-    std::size_t operand_length(Node node) const { return bounded_length(operand(node), size - node - node_bytes); }
+    std::size_t operand_length(Node node) const {
+        return bounded_length(reinterpret_cast<const char*>(operand(node)), size - node - node_bytes);
+    }
 
     // Any operand of bytes ends, and a text is not empty.
     bool has_sound_operand(Node node) const {
@@ -43,58 +46,36 @@ struct Program {
         const std::size_t length = operand_length(node);
         return node + node_bytes + length < size && (length > 0 || bytes[node] != rx_exactly);
     }
-};
 
-// How links between nodes become indexes of steps. A program of the compiler has its nodes in a row, each of three
-// bytes or more, so that a third of the offset tells them apart; links pass over nodes that do nothing.
-struct ShortLinks {
-    static StepIndex to(const Program& program, Node node) {
-        while (true) {
-            const unsigned char opcode = program.bytes[node];
-            if (opcode == rx_nothing || opcode == rx_back) {
-                node = program.next(node);
-            } else if (opcode == rx_branch && !program.is_choice(node)) {
-                node += node_bytes;
-            } else {
-                return index(node);
-            }
-        }
+    // The bytes that a node takes one of; the first ones of a text; none for nodes that take no byte.
+    ByteSet accepted(Node node) const {
+        if (bytes[node] == rx_any) return ByteSet::any();
+        ByteSet set;
+        if (!has_operand_bytes(node)) return set;
+        const unsigned char* byte = operand(node);
+        const unsigned char* const end = byte + (bytes[node] == rx_exactly ? 1 : operand_length(node));
+        for (; byte != end; ++byte) set.add(static_cast<char>(*byte));
+        return bytes[node] == rx_anybut ? (~set).without('\0') : set;
     }
-    static StepIndex index(Node node) { return static_cast<StepIndex>((node + 2) / 3); }
 };
 
-// In any other program, nodes are where links lead to.
-struct PlainLinks {
-    static StepIndex to(const Program& program, Node node) { return program.holds(node) ? index(node) : StepIndex{0}; }
-    static StepIndex index(Node node) { return static_cast<StepIndex>(node); }
-};
-
-// What a byte of the subject must be for a node that takes one; nothing for other nodes.
-inline ByteSet accepted(const Program& program, Node node) {
-    const unsigned char opcode = program.bytes[node];
-    if (opcode == rx_any) return ByteSet::any();
-    ByteSet set;
-    if (!program.has_operand_bytes(node)) return set;
-    const char* const bytes = program.operand(node);
-    const std::size_t length = opcode == rx_exactly ? 1 : program.operand_length(node);
-    for (std::size_t i = 0; i < length; ++i) set.add(bytes[i]);
-    return opcode == rx_anybut ? (~set).without('\0') : set;
-}
-
+// Links are what turns nodes into the steps made of them: links(node) for a node that a link leads to, and
+// links.operand(node) for that of a repeat.
 template <class Links>
 class Decoder {
 public:
-    explicit Decoder(const Program& program) : program_(program) {}
+    Decoder(const Program& program, const Links& links) : program_(program), links_(links) {}
 
     Step decode(Node node) const {
         Step step;
         step.node = static_cast<std::uint16_t>(node);
-        step.next = Links::to(program_, program_.next(node));
+        step.next = links_(program_.next(node));
         if (program_.has_sound_operand(node)) {
             decode_opcode(node, &step);
         } else {
             step.op = Op::memory_corruption;
         }
+        if (step.takes_byte()) step.first = program_.accepted(node);
         return step;
     }
 
@@ -116,18 +97,18 @@ private:
                 step->op = Op::set;
                 break;
             case rx_branch:
-                step->op = program_.is_choice(node) ? Op::choice : Op::jump;
-                step->operand = Links::to(program_, node + node_bytes);
-                step->is_loop = program_.is(node + node_bytes, rx_back);
-                if (step->op == Op::jump) step->next = step->operand;
+                decode_branch(node, step);
                 break;
             case rx_back:
             case rx_nothing:
-                step->op = Op::jump;
+                step->op = Op::pass;
                 step->is_loop = opcode == rx_back;
                 break;
             case rx_exactly:
-                decode_text(node, step);
+                step->length = static_cast<std::uint16_t>(program_.operand_length(node));
+                step->text = program_.operand(node);
+                step->detail = *step->text;
+                step->op = step->length == 1 ? Op::byte : Op::text;
                 break;
             case rx_star:
             case rx_plus:
@@ -138,36 +119,46 @@ private:
         }
     }
 
-    void decode_text(Node node, Step* step) const {
-        step->length = static_cast<std::uint16_t>(program_.operand_length(node));
-        step->text = static_cast<std::uint16_t>(node + node_bytes);
-        step->detail = program_.bytes[step->text];
-        step->op = step->length == 1 ? Op::byte : Op::text;
+    void decode_branch(Node node, Step* step) const {
+        const Step* const operand = links_(node + node_bytes);
+        if (program_.is_choice(node)) {
+            step->op = Op::choice;
+            step->operand = operand;
+            step->is_loop = program_.is(node + node_bytes, rx_back);
+        } else {
+            step->op = Op::pass;
+            step->next = operand;
+        }
     }
 
     void decode_run(Node node, Step* step) const {
         const Node operand = node + node_bytes;
         const bool is_simple =
             program_.holds(operand) && (program_.bytes[operand] == rx_any || program_.has_operand_bytes(operand));
-        step->op = !is_simple                            ? Op::internal_foulup
-                   : program_.has_sound_operand(operand) ? Op::run
-                                                         : Op::memory_corruption;
-        if (step->op == Op::run) step->operand = Links::index(operand);
-        step->detail = program_.bytes[node] == rx_plus ? 1 : 0;
+        if (!is_simple) {
+            step->op = Op::internal_foulup;
+        } else if (!program_.has_sound_operand(operand)) {
+            step->op = Op::memory_corruption;
+        } else {
+            step->op = Op::run;
+            step->operand = links_.operand(operand);
+            step->detail = program_.bytes[node] == rx_plus ? 1 : 0;
+        }
     }
 
     static void decode_mark(unsigned char opcode, Step* step) {
-        step->op = Op::mark;
+        step->op = Op::pass;
         if (opcode > rx_open && opcode < rx_open + group_limit) {
-            step->detail = static_cast<unsigned char>(opcode - rx_open);
+            step->place = static_cast<unsigned char>(opcode - rx_open);
         } else if (opcode > rx_close && opcode < rx_close + group_limit) {
-            step->detail = static_cast<unsigned char>(opcode - rx_close + end_places);
+            step->place = static_cast<unsigned char>(opcode - rx_close + end_places);
         } else {
             step->op = Op::memory_corruption;
         }
     }
 
     Program program_;
+    const Links& links_;
 };
 
 }  // namespace orvix::gsl::text::regexp

@@ -14,6 +14,7 @@ class Counter {
 public:
     Node add(unsigned) {
         size_ += node_bytes;
+        ++nodes_;
         return 0;
     }
     void insert(unsigned opcode, Node) { add(opcode); }
@@ -25,9 +26,11 @@ public:
     void link_operands(Node, Node) {}
 
     std::size_t size() const { return size_; }
+    std::size_t nodes() const { return nodes_; }
 
 private:
     std::size_t size_ = 1;  // the check byte
+    std::size_t nodes_ = 0;
 };
 
 // Writes to a program of the size that the counter found.

@@ -7,8 +7,8 @@
 
 namespace orvix::gsl::text::regexp {
 
-// Fills in `first` of the steps that take no byte, and what steps know of the rest. The steps are those of a program as
-// the compiler makes it, in its order; those that take a byte have their `first` already.
-void look_ahead(Step* steps, ByteSet* first, std::size_t count, bool has_loops);
+// Fills in what steps know of the rest, and what those may begin with that take no byte. The steps are those of a
+// program as the compiler makes it, in its order.
+void look_ahead(Step* steps, std::size_t count, bool has_loops);
 
 }  // namespace orvix::gsl::text::regexp

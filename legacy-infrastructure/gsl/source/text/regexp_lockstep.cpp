@@ -18,7 +18,7 @@ Lockstep::Lockstep(const Steps& steps, const char* subject)
 bool Lockstep::search(const char* from, bool is_anchored) {
     for (const char* at = from;; ++at) {
         const bool may_start = end_ == nullptr && (at == from || !is_anchored);
-        if (may_start && may_go_on(steps_.entry, at)) {
+        if (may_start && steps_.entry->first.has(*at)) {
             std::fill(slots_.begin(), slots_.end(), nullptr);
             slots_[0] = at;
             follow({steps_.entry, 0}, at, &now_);
@@ -33,51 +33,55 @@ bool Lockstep::search(const char* from, bool is_anchored) {
     }
 }
 
-// Moves each way over the byte, up to the first one that has come to its end: those behind it are of lower rank.
-void Lockstep::advance(const char* at) {
-    for (std::size_t i = 0; i < now_.states.size(); ++i) {
-        State state = now_.states[i];
-        const auto slots = now_.slots.begin() + static_cast<std::ptrdiff_t>(i * slot_count_);
-        const Step& step = steps_.steps[state.step];
-        if (step.op == Op::match) {
-            std::copy_n(slots, slot_count_, best_.begin());
-            end_ = at;
-            return;
-        }
-        if (!take(step, &state, at)) continue;
-        std::copy_n(slots, slot_count_, slots_.begin());
-        follow(state, at + 1, &next_);
-    }
-}
+namespace {
 
 // Takes one byte; the state becomes the one behind it.
-bool Lockstep::take(const Step& step, State* state, const char* at) const {
+template <class State>
+bool take(State* state, const char* at) {
+    const Step& step = *state->step;
     switch (step.op) {
         case Op::text:
-            if (static_cast<unsigned char>(*at) != steps_.program[step.text + state->inside]) return false;
+            if (static_cast<unsigned char>(*at) != step.text[state->inside]) return false;
             if (++state->inside < step.length) return true;
             break;
         case Op::run:
-            if (!may_go_on(step.operand, at)) return false;
             state->inside = 1;
-            return true;
+            return step.operand->first.has(*at);
         default:
-            if (!may_go_on(state->step, at)) return false;
+            if (!step.first.has(*at)) return false;
     }
     *state = {step.next, 0};
     return true;
 }
 
+}  // namespace
+
+// Moves each way over the byte, up to the first one that has come to its end: those behind it are of lower rank.
+void Lockstep::advance(const char* at) {
+    for (std::size_t i = 0; i < now_.states.size(); ++i) {
+        State state = now_.states[i];
+        const auto slots = now_.slots.begin() + static_cast<std::ptrdiff_t>(i * slot_count_);
+        if (state.step->op == Op::match) {
+            std::copy_n(slots, slot_count_, best_.begin());
+            end_ = at;
+            return;
+        }
+        if (!take(&state, at)) continue;
+        std::copy_n(slots, slot_count_, slots_.begin());
+        follow(state, at + 1, &next_);
+    }
+}
+
 // Enters a state and all that are reached from it without taking a byte. The first one entered is of the highest rank.
 void Lockstep::follow(State state, const char* at, Ways* ways) {
-    branches_.push_back({state, false, 0, nullptr});
+    follow_one(state, at, ways);
     while (!branches_.empty()) {
         const Branch branch = branches_.back();
         branches_.pop_back();
-        if (branch.is_restore) {
-            slots_[branch.slot] = branch.at;
-        } else {
+        if (branch.state.step != nullptr) {
             follow_one(branch.state, at, ways);
+        } else {
+            slots_[branch.slot] = branch.at;
         }
     }
 }
@@ -85,7 +89,8 @@ void Lockstep::follow(State state, const char* at, Ways* ways) {
 // Goes on to where a byte is taken; other ways are left in `branches_`.
 void Lockstep::follow_one(State state, const char* at, Ways* ways) {
     while (enter(state)) {
-        const Step& step = steps_.steps[state.step];
+        const Step& step = *state.step;
+        if (step.place != 0 && state.inside == 0) note(step.place, at);
         switch (step.op) {
             case Op::match:
             case Op::byte:
@@ -98,22 +103,16 @@ void Lockstep::follow_one(State state, const char* at, Ways* ways) {
             case Op::end:
                 if (*at != '\0') return;
                 break;
-            case Op::mark: {
-                const std::size_t slot = slot_of(step.detail);
-                branches_.push_back({state, true, slot, slots_[slot]});
-                slots_[slot] = at;
-                break;
-            }
-            case Op::jump:
+            case Op::pass:
                 break;
             case Op::choice:
-                if (!may_go_on(step.operand, at)) break;
-                if (may_go_on(step.next, at)) branches_.push_back({{step.next, 0}, false, 0, nullptr});
+                if (!step.operand->first.has(*at)) break;
+                if (step.next->first.has(*at)) branches_.push_back({{step.next, 0}, 0, nullptr});
                 state = {step.operand, 0};
                 continue;
             case Op::run:
-                if (may_go_on(step.operand, at)) add(state, ways);
-                if (state.inside < step.detail || !may_go_on(step.next, at)) return;
+                if (step.operand->first.has(*at)) add(state, ways);
+                if (state.inside < step.detail || !step.next->first.has(*at)) return;
                 break;
             default:
                 report_damage(step.op);
@@ -124,11 +123,16 @@ void Lockstep::follow_one(State state, const char* at, Ways* ways) {
 
 // False if the state was entered at this byte before.
 bool Lockstep::enter(State state) {
-    const Step& step = steps_.steps[state.step];
-    const bool may_end_at_once = step.op == Op::run && step.detail == 0;  // the same as having taken a byte
-    const std::size_t inside = may_end_at_once ? 1 : state.inside;
-    std::size_t& entered = entered_[(step.op == Op::text ? step.text : step.node) + inside];
-    return std::exchange(entered, round_ + 1) != round_ + 1;
+    const Step& step = *state.step;
+    if (step.op == Op::corrupted_pointers) report_damage(step.op);
+    const std::size_t number = step.op == Op::text ? static_cast<std::size_t>(step.text - steps_.program) : step.node;
+    return std::exchange(entered_[number + state.inside], round_ + 1) != round_ + 1;
+}
+
+void Lockstep::note(unsigned place, const char* at) {
+    const std::size_t slot = slot_of(place);
+    branches_.push_back({{nullptr, 0}, slot, slots_[slot]});
+    slots_[slot] = at;
 }
 
 void Lockstep::add(State state, Ways* ways) {

@@ -20,17 +20,17 @@ public:
     // Finds the leftmost match that starts at a position or behind it; at no other than the first if it is anchored.
     bool search(const char* from, bool is_anchored);
 
-    // Of the match: its start and end, and the positions that marks noted; null where none did.
+    // Of the match: its start and end, and the positions that were noted; null where none was.
     const char* start() const { return best_[0]; }
     const char* end() const { return end_; }
-    const char* place(std::size_t index) const { return best_[slot_of(index)]; }
+    const char* place(unsigned place) const { return best_[slot_of(place)]; }
 
 private:
     // Where a way stands: at a step, and how far inside it. A text has as many states as bytes. A run has two, in the
     // second of which it may end.
     struct State {
-        StepIndex step;
-        std::uint16_t inside;
+        const Step* step;
+        std::size_t inside;
     };
 
     // Ways in the order of their rank, each with the positions it noted.
@@ -41,22 +41,20 @@ private:
 
     // What is left to do once the way in hand is followed to its end.
     struct Branch {
-        State state;
-        bool is_restore;   // or else a state to follow
-        std::size_t slot;  // restore: that slot
+        State state;       // to follow; without a step, a slot is restored
+        std::size_t slot;  // that one
         const char* at;    // to this position
     };
 
-    std::size_t slot_of(std::size_t place) const {
+    std::size_t slot_of(unsigned place) const {
         return place > end_places ? steps_.groups + place - end_places : place;
     }
-    bool may_go_on(StepIndex step, const char* at) const { return steps_.first[step].has(*at); }
     bool enter(State state);
+    void note(unsigned place, const char* at);
     void follow(State state, const char* at, Ways* ways);
     void follow_one(State state, const char* at, Ways* ways);
     void add(State state, Ways* ways);
     void advance(const char* at);
-    bool take(const Step& step, State* state, const char* at) const;
 
     Steps steps_;
     const char* subject_;

@@ -40,24 +40,22 @@ Reserved read_reserved(const __gsl_regexp* record) {
     return reserved;
 }
 
+bool is_of_compiler(const __gsl_regexp* record, Reserved reserved) {
+    return reserved.seal == seal_of(record, reserved.program_bytes);
+}
+
 // Where the parts of a block lie.
 class Block {
 public:
     Block(__gsl_regexp* record, std::size_t program_bytes)
         : start_(reinterpret_cast<char*>(record)), program_bytes_(program_bytes) {}
 
-    std::size_t step_count() const { return ShortLinks::index(program_bytes_) + std::size_t{1}; }
-
-    std::size_t plan_offset() const { return aligned(offsetof(__gsl_regexp, program) + program_bytes_); }
-    std::size_t copy_offset() const { return plan_offset() + sizeof(Plan); }
-    std::size_t first_offset() const { return aligned(copy_offset() + program_bytes_); }
-    std::size_t steps_offset() const { return first_offset() + step_count() * sizeof(ByteSet); }
-    std::size_t bytes() const { return steps_offset() + step_count() * sizeof(Step); }
-
     Plan* plan() const { return at<Plan>(plan_offset()); }
     unsigned char* copy() const { return at<unsigned char>(copy_offset()); }
-    ByteSet* first() const { return at<ByteSet>(first_offset()); }
+    std::uint16_t* numbers() const { return at<std::uint16_t>(numbers_offset()); }
     Step* steps() const { return at<Step>(steps_offset()); }
+
+    std::size_t bytes(std::size_t steps) const { return steps_offset() + steps * sizeof(Step); }
 
 private:
     template <class Content>
@@ -68,98 +66,133 @@ private:
     static constexpr std::size_t aligned(std::size_t offset) {
         return (offset + alignof(Plan) - 1) / alignof(Plan) * alignof(Plan);
     }
+    std::size_t plan_offset() const { return aligned(offsetof(__gsl_regexp, program) + program_bytes_); }
+    std::size_t copy_offset() const { return plan_offset() + sizeof(Plan); }
+    std::size_t numbers_offset() const { return aligned(copy_offset() + program_bytes_); }
+    std::size_t steps_offset() const { return aligned(numbers_offset() + program_bytes_ * sizeof(std::uint16_t)); }
 
     char* start_;
     std::size_t program_bytes_;
 };
 
 // The caller frees the block as it is.
-static_assert(std::is_trivially_destructible_v<Plan> && std::is_trivially_destructible_v<ByteSet> &&
-              std::is_trivially_destructible_v<Step>);
-static_assert(alignof(Plan) >= alignof(ByteSet) && alignof(ByteSet) >= alignof(Step));
+static_assert(std::is_trivially_destructible_v<Plan> && std::is_trivially_destructible_v<Step>);
+static_assert(alignof(Plan) >= alignof(Step));
+
+// Links of a program as the compiler makes it. They pass over nodes that do nothing.
+struct ShortLinks {
+    const Program& program;
+    const std::uint16_t* numbers;
+    const Step* steps;
+
+    const Step* operator()(Node node) const {
+        while (node != 0) {
+            const unsigned char opcode = program.bytes[node];
+            if (opcode == rx_nothing || opcode == rx_back) {
+                node = program.next(node);
+            } else if (opcode == rx_branch && !program.is_choice(node)) {
+                node += node_bytes;
+            } else {
+                return steps + numbers[node];
+            }
+        }
+        return steps;
+    }
+    const Step* operand(Node node) const { return steps + numbers[node]; }
+};
 
 // A node of a program as the compiler makes it is followed by the next one.
 Node node_behind(const Program& program, Node node) {
     return node + node_bytes + (program.has_operand_bytes(node) ? program.operand_length(node) + 1 : 0);
 }
 
-unsigned group_of(const Step& step) { return step.op == Op::mark ? step.detail % end_places : 0U; }
-
 void fill(Plan* plan, const Program& program, const Block& block) {
+    std::uint16_t* const numbers = block.numbers();
+    std::uint16_t count = 1;
+    for (Node node = 1; node < program.size; node = node_behind(program, node)) numbers[node] = count++;
+
     Step* const steps = block.steps();
-    ByteSet* const first = block.first();
-    std::uninitialized_value_construct_n(steps, block.step_count());
-    std::uninitialized_value_construct_n(first, block.step_count());
-    const Decoder<ShortLinks> decoder(program);
+    const ShortLinks links{program, numbers, steps};
+    const Decoder<ShortLinks> decoder(program, links);
+    new (steps) Step;
+    Step* step = steps + 1;
     unsigned groups = 0;
     bool has_loops = false;
-    for (Node node = 1; node < program.size; node = node_behind(program, node)) {
-        const StepIndex index = ShortLinks::index(node);
-        const Step step = decoder.decode(node);
-        if (program.bytes[node] == rx_back) {
-            steps[ShortLinks::index(program.next(node))].is_loop = true;
-            has_loops = true;
-        }
-        if (step.op == Op::jump) continue;  // links pass over it
-        steps[index] = step;
-        first[index] = accepted(program, node);
-        groups = std::max(groups, group_of(step));
+    for (Node node = 1; node < program.size; node = node_behind(program, node), ++step) {
+        new (step) Step(decoder.decode(node));
+        groups = std::max(groups, step->place % end_places);
+        if (program.bytes[node] != rx_back) continue;
+        steps[numbers[program.next(node)]].is_loop = true;
+        has_loops = true;
     }
-    look_ahead(steps, first, block.step_count(), has_loops);
-    plan->steps = {steps, first, program.bytes, program.size, ShortLinks::to(program, 1), groups};
+    look_ahead(steps, count, has_loops);
+    plan->steps = {steps, links(1), program.bytes, program.size, groups};
     plan->is_filled = true;
 }
 
 }  // namespace
 
-std::size_t bytes_with_plan(std::size_t program_bytes) { return Block(nullptr, program_bytes).bytes(); }
+std::size_t bytes_with_plan(std::size_t program_bytes, std::size_t nodes) {
+    return Block(nullptr, program_bytes).bytes(nodes + 1);
+}
 
 void add_plan(__gsl_regexp* record, std::size_t program_bytes) {
     const Block block(record, program_bytes);
-    new (block.plan()) Plan{};
+    new (block.plan()) Plan;
     std::memcpy(block.copy(), record->program, program_bytes);
-    write_reserved(record, {static_cast<std::uint16_t>(program_bytes), seal_of(record, program_bytes)});
+    const auto size = static_cast<std::uint16_t>(program_bytes);
+    write_reserved(record, {size, seal_of(record, size)});
 }
 
 const Plan* plan_of(__gsl_regexp* record) {
     const Reserved reserved = read_reserved(record);
-    if (reserved.seal != seal_of(record, reserved.program_bytes)) return nullptr;
+    if (!is_of_compiler(record, reserved)) return nullptr;
     const Block block(record, reserved.program_bytes);
-    const unsigned char* const program = record->program;
-    if (std::memcmp(program, block.copy(), reserved.program_bytes) != 0) return nullptr;
+    if (std::memcmp(record->program, block.copy(), reserved.program_bytes) != 0) return nullptr;
     Plan* const plan = block.plan();
-    if (!plan->is_filled) fill(plan, {program, reserved.program_bytes}, block);
+    if (!plan->is_filled) fill(plan, {record->program, reserved.program_bytes}, block);
     return plan;
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
 
+namespace {
+
+// Links of any other program: nodes are where they lead to, and their numbers are their offsets.
+struct PlainLinks {
+    const Program& program;
+    const Step* steps;
+
+    const Step* operator()(Node node) const { return program.holds(node) ? steps + node : steps; }
+    const Step* operand(Node node) const { return steps + node; }
+};
+
+}  // namespace
+
 ChangedProgram::ChangedProgram(const __gsl_regexp* record) {
     const Reserved reserved = read_reserved(record);
     // The size of a program that was made elsewhere is not known; its maker answers for its links.
-    const std::size_t bytes =
-        reserved.seal == seal_of(record, reserved.program_bytes) ? reserved.program_bytes : program_limit;
-    decode(record->program, bytes);
-    plan_.steps = {steps_.data(), first_.data(), record->program, bytes, PlainLinks::index(1), group_limit - 1};
-    plan_.is_filled = true;
-}
+    const Program program{record->program, is_of_compiler(record, reserved) ? reserved.program_bytes : program_limit};
+    steps_.resize(program.size);
+    steps_[0].first = ByteSet::all();
+    const PlainLinks links{program, steps_.data()};
+    const Decoder<PlainLinks> decoder(program, links);
 
-void ChangedProgram::decode(const unsigned char* bytes, std::size_t size) {
-    const Program program{bytes, size};
-    const Decoder<PlainLinks> decoder(program);
-    steps_.resize(size);
-    first_.resize(size, ByteSet::all());
-    std::vector<StepIndex> reached{PlainLinks::index(1)};
+    const auto is_decoded = [](const Step& step) { return step.node != 0; };
+    std::vector<const Step*> reached{links(1)};
     while (!reached.empty()) {
-        const StepIndex index = reached.back();
+        const Step* const place = reached.back();
         reached.pop_back();
-        if (index == 0 || steps_[index].node != 0) continue;
-        const Step step = decoder.decode(index);
-        steps_[index] = step;
-        if (step.op == Op::byte || step.op == Op::text || step.op == Op::set) first_[index] = accepted(program, index);
+        if (place == nullptr || place == steps_.data() || is_decoded(*place)) continue;
+        const auto node = static_cast<std::size_t>(place - steps_.data());
+        Step& step = steps_[node];
+        step = decoder.decode(node);
+        if (!step.takes_byte()) step.first = ByteSet::all();
         reached.push_back(step.next);
         reached.push_back(step.operand);
     }
+    plan_.steps = {steps_.data(), links(1), program.bytes, program.size, group_limit - 1};
+    plan_.is_filled = true;
 }
 
 }  // namespace orvix::gsl::text::regexp

@@ -2,7 +2,7 @@
 //
 // It stands behind the program, in the same block:
 //
-//   record | program | Plan | copy of the program | first bytes of all steps | steps
+//   record | program | Plan | copy of the program | numbers of the steps by node | steps
 //
 // The first search fills it in. Each search holds the program against the copy: a program that was changed since it was
 // compiled is decoded afresh each time, with nothing taken for granted, so that a matcher meets the damage where it is.
@@ -20,12 +20,12 @@ namespace orvix::gsl::text::regexp {
 
 struct Plan {
     bool is_filled = false;
-    Steps steps{};
-    Finder finder{};
+    Steps steps;
+    Finder finder;
 };
 
-// The size of a record with a program of that size and its plan.
-std::size_t bytes_with_plan(std::size_t program_bytes);
+// The size of a record with a program of that size and so many nodes, and its plan.
+std::size_t bytes_with_plan(std::size_t program_bytes, std::size_t nodes);
 
 // Makes an empty plan. The record is of the size above, and its program complete.
 void add_plan(__gsl_regexp* record, std::size_t program_bytes);
@@ -40,10 +40,7 @@ public:
     const Plan& plan() const { return plan_; }
 
 private:
-    void decode(const unsigned char* program, std::size_t bytes);
-
-    std::vector<Step> steps_;
-    std::vector<ByteSet> first_;
+    std::vector<Step> steps_;  // by node
     Plan plan_;
 };
 

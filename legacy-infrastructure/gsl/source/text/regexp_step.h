@@ -15,44 +15,45 @@ enum class Op : unsigned char {
     match,   // success
     start,   // the start of the subject
     end,     // the end of the subject
-    byte,    // that byte
-    text,    // the bytes of the program from `text` on
-    set,     // one of the bytes that the step may begin with
-    mark,    // notes the position
-    jump,    // nothing
+    byte,    // the byte `detail`
+    text,    // `length` bytes at `text`
+    set,     // a byte of `first`
+    pass,    // nothing
     choice,  // `operand`, otherwise `next`
-    run,     // bytes that `operand` may begin with: as many as possible, fewer if the rest asks for it
+    run,     // bytes of the operand's `first`: as many as possible, fewer if the rest asks for it, at least `detail`
 };
 
-using StepIndex = std::uint16_t;
-
-struct Step {
-    Op op = Op::corrupted_pointers;
-    bool is_loop = false;       // a choice or jump that may lead back to where the walk came from
-    bool is_sure = false;       // from here on, nothing can fail
-    bool is_anchored = false;   // from here on, success is possible at the start of the subject only
-    bool is_exclusive = false;  // a run: what is behind it cannot begin with one of its bytes
-    unsigned char detail = 0;   // the byte; the place of a mark; the least number of bytes in a run
-    StepIndex next = 0;
-    StepIndex operand = 0;
-    std::uint16_t text = 0;    // offset in the program
-    std::uint16_t length = 0;  // of the text
-    std::uint16_t node = 0;    // offset of the node in the program
-};
-
-// Marks note where groups start at places 1 to 9, and where they end at 11 to 19.
+// Before a step does what it is for, it notes the position at its `place`, if it has one: places 1 to 9 are the starts
+// of groups, 11 to 19 their ends.
 constexpr std::size_t place_count = 20;
 constexpr unsigned end_places = 10;
 
-// Steps refer to each other by index; index 0 is the step that no link leads to. `first` tells for each of them what a
-// success from there on may begin with, or more than that. For steps that take bytes it is what the first byte must be.
+struct Step {
+    Op op = Op::corrupted_pointers;
+    bool is_loop : 1 = false;       // a choice, or a pass, that may lead back to where the walk came from
+    bool is_sure : 1 = false;       // from here on, nothing can fail
+    bool is_anchored : 1 = false;   // from here on, success is possible at the start of the subject only
+    bool is_exclusive : 1 = false;  // a run: what is behind it cannot begin with one of its bytes
+    unsigned char detail = 0;
+    unsigned char place = 0;
+    std::uint16_t length = 0;
+    std::uint16_t node = 0;  // offset of the node in the program
+    const Step* next = nullptr;
+    const Step* operand = nullptr;
+    const unsigned char* text = nullptr;
+    ByteSet first;  // what a success from here on may begin with, or more than that; for a step that takes a byte,
+                    // those that it takes
+
+    bool takes_byte() const { return op == Op::byte || op == Op::text || op == Op::set; }
+};
+
+// A program of steps. The first of them is where links lead that lead nowhere.
 struct Steps {
-    const Step* steps;
-    const ByteSet* first;
-    const unsigned char* program;
-    std::size_t program_bytes;
-    StepIndex entry;
-    unsigned groups;  // the highest number of a group
+    const Step* steps = nullptr;
+    const Step* entry = nullptr;
+    const unsigned char* program = nullptr;
+    std::size_t program_bytes = 0;
+    unsigned groups = 0;  // the highest number of a group
 };
 
 }  // namespace orvix::gsl::text::regexp
