@@ -1,6 +1,7 @@
 #include "text/regexp_backtracker.h"
 
 #include "text/regexp_damage.h"
+#include "text/regexp_needle.h"
 
 #include <algorithm>
 #include <new>
@@ -10,7 +11,7 @@ namespace orvix::gsl::text::regexp {
 
 namespace {
 
-constexpr std::ptrdiff_t steps_for_a_byte = 8;
+constexpr std::ptrdiff_t steps_for_a_byte = 4;
 constexpr std::ptrdiff_t bytes_in_a_step = 16;  // that a run passes over
 
 const char* end_of_run(const ByteSet& set, const char* at) {
@@ -24,13 +25,6 @@ const char* last_of(const ByteSet& set, const char* least, const char* at) {
         if (set.has(*at)) return at;
     }
     return nullptr;
-}
-
-bool stands_at(const char* at, const unsigned char* text, std::size_t length) {
-    for (std::size_t i = 0; i < length; ++i) {
-        if (static_cast<unsigned char>(at[i]) != text[i]) return false;  // at the end of the subject too
-    }
-    return true;
 }
 
 }  // namespace
@@ -61,7 +55,7 @@ Outcome Backtracker::walk(const Step* step, const char* at) {
                 step = step->next;
                 continue;
             case Op::text:
-                if (!stands_at(at, step->text, step->length)) break;
+                if (!stands_at(at, step->text())) break;
                 at += step->length;
                 step = step->next;
                 continue;

@@ -55,7 +55,7 @@ private:
     // Steps are paid for from a credit that grows with each byte of the subject reached for the first time. So the
     // whole search costs steps in proportion to the subject.
     const char* furthest_;
-    std::ptrdiff_t credit_ = 2048;
+    std::ptrdiff_t credit_ = 1024;
 
     Entry small_stack_[small_stack];
     std::unique_ptr<Entry[]> large_stack_;

@@ -50,10 +50,14 @@ public:
         return common != 0;
     }
 
-    constexpr int size() const {
-        int count = 0;
-        for (const std::uint64_t word : words_) count += std::popcount(word);
-        return count;
+    // Calls visit(c) for each member, from the lowest byte to the highest.
+    template <class Visit>
+    constexpr void for_each(Visit visit) const {
+        for (std::size_t i = 0; i < words_.size(); ++i) {
+            for (std::uint64_t rest = words_[i]; rest != 0; rest &= rest - 1) {
+                visit(static_cast<char>(i * 64 + static_cast<std::size_t>(std::countr_zero(rest))));
+            }
+        }
     }
 
     constexpr bool operator==(const ByteSet&) const = default;

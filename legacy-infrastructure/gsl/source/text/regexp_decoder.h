@@ -68,7 +68,7 @@ public:
 
     Step decode(Node node) const {
         Step step;
-        step.node = static_cast<std::uint16_t>(node);
+        step.state = static_cast<std::uint16_t>(node);
         step.next = links_(program_.next(node));
         if (program_.has_sound_operand(node)) {
             decode_opcode(node, &step);
@@ -106,8 +106,9 @@ private:
                 break;
             case rx_exactly:
                 step->length = static_cast<std::uint16_t>(program_.operand_length(node));
-                step->text = program_.operand(node);
-                step->detail = *step->text;
+                step->state = static_cast<std::uint16_t>(node + node_bytes);  // one for each byte
+                step->start_of_text = reinterpret_cast<const char*>(program_.operand(node));
+                step->detail = *program_.operand(node);
                 step->op = step->length == 1 ? Op::byte : Op::text;
                 break;
             case rx_star:

@@ -39,14 +39,12 @@ bool look(Step* step) {
     }
 }
 
-// A mark becomes what it leads to, with a place to note.
+// A mark becomes what it leads to, with a place to note. It is in the same states, as it goes on in the same way.
 void join_mark(Step* step) {
     if (step->op != Op::pass || step->place == 0 || step->next->place != 0) return;
     const unsigned char place = step->place;
-    const std::uint16_t node = step->node;
     *step = *step->next;
     step->place = place;
-    step->node = node;
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ bool Lockstep::search(const char* from, bool is_anchored) {
         if (may_start && steps_.entry->first.has(*at)) {
             std::fill(slots_.begin(), slots_.end(), nullptr);
             slots_[0] = at;
-            follow({steps_.entry, 0}, at, &now_);
+            follow(steps_.entry, at, &now_);
         }
         ++round_;
         advance(at);
@@ -33,53 +33,51 @@ bool Lockstep::search(const char* from, bool is_anchored) {
     }
 }
 
-namespace {
-
-// Takes one byte; the state becomes the one behind it.
-template <class State>
-bool take(State* state, const char* at) {
-    const Step& step = *state->step;
-    switch (step.op) {
-        case Op::text:
-            if (static_cast<unsigned char>(*at) != step.text[state->inside]) return false;
-            if (++state->inside < step.length) return true;
-            break;
-        case Op::run:
-            state->inside = 1;
-            return step.operand->first.has(*at);
-        default:
-            if (!step.first.has(*at)) return false;
-    }
-    *state = {step.next, 0};
-    return true;
-}
-
-}  // namespace
-
-// Moves each way over the byte, up to the first one that has come to its end: those behind it are of lower rank.
+// Moves all ways over a byte, up to the first one that has come to its end: those behind it are of lower rank.
 void Lockstep::advance(const char* at) {
     for (std::size_t i = 0; i < now_.states.size(); ++i) {
-        State state = now_.states[i];
+        const State state = now_.states[i];
+        const bool is_match = state.step->op == Op::match;
         const auto slots = now_.slots.begin() + static_cast<std::ptrdiff_t>(i * slot_count_);
-        if (state.step->op == Op::match) {
-            std::copy_n(slots, slot_count_, best_.begin());
+        std::copy_n(slots, slot_count_, is_match ? best_.begin() : slots_.begin());
+        if (is_match) {
             end_ = at;
             return;
         }
-        if (!take(&state, at)) continue;
-        std::copy_n(slots, slot_count_, slots_.begin());
-        follow(state, at + 1, &next_);
+        advance_one(state, at);
     }
 }
 
-// Enters a state and all that are reached from it without taking a byte. The first one entered is of the highest rank.
-void Lockstep::follow(State state, const char* at, Ways* ways) {
-    follow_one(state, at, ways);
+void Lockstep::advance_one(State state, const char* at) {
+    const Step& step = *state.step;
+    switch (step.op) {
+        case Op::text:
+            if (*at != step.text()[state.taken]) return;
+            if (++state.taken == step.length) break;
+            if (enter(state)) add(state, &next_);
+            return;
+        case Op::run:
+            if (!step.operand->first.has(*at)) return;
+            state.taken = step.detail;
+            if (enter(state) && follow_run(state, at + 1, &next_) != nullptr) break;
+            return;
+        default:
+            if (!step.first.has(*at)) return;
+    }
+    follow(step.next, at + 1, &next_);
+}
+
+// False if the state was entered at this byte before.
+bool Lockstep::enter(State state) { return std::exchange(entered_[state.step->state + state.taken], round_) != round_; }
+
+// Enters a step and all that are reached from it without taking a byte. The first one entered is of the highest rank.
+void Lockstep::follow(const Step* step, const char* at, Ways* ways) {
+    follow_one(step, at, ways);
     while (!branches_.empty()) {
         const Branch branch = branches_.back();
         branches_.pop_back();
-        if (branch.state.step != nullptr) {
-            follow_one(branch.state, at, ways);
+        if (branch.step != nullptr) {
+            follow_one(branch.step, at, ways);
         } else {
             slots_[branch.slot] = branch.at;
         }
@@ -87,57 +85,59 @@ void Lockstep::follow(State state, const char* at, Ways* ways) {
 }
 
 // Goes on to where a byte is taken; other ways are left in `branches_`.
-void Lockstep::follow_one(State state, const char* at, Ways* ways) {
-    while (enter(state)) {
-        const Step& step = *state.step;
-        if (step.place != 0 && state.inside == 0) note(step.place, at);
-        switch (step.op) {
+void Lockstep::follow_one(const Step* step, const char* at, Ways* ways) {
+    while (step != nullptr && enter({step, 0})) {
+        if (step->place != 0) note(step->place, at);
+        switch (step->op) {
             case Op::match:
             case Op::byte:
             case Op::text:
             case Op::set:
-                return add(state, ways);
+                return add({step, 0}, ways);
             case Op::start:
                 if (at != subject_) return;
+                step = step->next;
                 break;
             case Op::end:
                 if (*at != '\0') return;
+                step = step->next;
                 break;
             case Op::pass:
+                step = step->next;
                 break;
             case Op::choice:
-                if (!step.operand->first.has(*at)) break;
-                if (step.next->first.has(*at)) branches_.push_back({{step.next, 0}, 0, nullptr});
-                state = {step.operand, 0};
-                continue;
+                if (!step->operand->first.has(*at)) {
+                    step = step->next;
+                } else {
+                    if (step->next->first.has(*at)) branches_.push_back({step->next, 0, nullptr});
+                    step = step->operand;
+                }
+                break;
             case Op::run:
-                if (step.operand->first.has(*at)) add(state, ways);
-                if (state.inside < step.detail || !step.next->first.has(*at)) return;
+                step = follow_run({step, 0}, at, ways);
                 break;
             default:
-                report_damage(step.op);
+                report_damage(step->op);
         }
-        state = {step.next, 0};
     }
 }
 
-// False if the state was entered at this byte before.
-bool Lockstep::enter(State state) {
-    const Step& step = *state.step;
-    if (step.op == Op::corrupted_pointers) report_damage(step.op);
-    const std::size_t number = step.op == Op::text ? static_cast<std::size_t>(step.text - steps_.program) : step.node;
-    return std::exchange(entered_[number + state.inside], round_ + 1) != round_ + 1;
-}
-
-void Lockstep::note(unsigned place, const char* at) {
-    const std::size_t slot = slot_of(place);
-    branches_.push_back({{nullptr, 0}, slot, slots_[slot]});
-    slots_[slot] = at;
+// The step that goes on without another byte of the run; null if it may not.
+const Step* Lockstep::follow_run(State run, const char* at, Ways* ways) {
+    const Step& step = *run.step;
+    if (step.operand->first.has(*at)) add(run, ways);
+    return run.taken >= step.detail && step.next->first.has(*at) ? step.next : nullptr;
 }
 
 void Lockstep::add(State state, Ways* ways) {
     ways->states.push_back(state);
     ways->slots.insert(ways->slots.end(), slots_.begin(), slots_.end());
+}
+
+void Lockstep::note(unsigned place, const char* at) {
+    const std::size_t slot = slot_of(place);
+    branches_.push_back({nullptr, slot, slots_[slot]});
+    slots_[slot] = at;
 }
 
 }  // namespace orvix::gsl::text::regexp

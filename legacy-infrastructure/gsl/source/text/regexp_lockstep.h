@@ -7,7 +7,6 @@
 #include "text/regexp_step.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <vector>
 
 namespace orvix::gsl::text::regexp {
@@ -26,11 +25,11 @@ public:
     const char* place(unsigned place) const { return best_[slot_of(place)]; }
 
 private:
-    // Where a way stands: at a step, and how far inside it. A text has as many states as bytes. A run has two, in the
-    // second of which it may end.
+    // Where a way stands: at a step, after so many of its bytes. A text has as many states as bytes. A run has one for
+    // each byte that it still must take, and one in which it may end.
     struct State {
         const Step* step;
-        std::size_t inside;
+        std::size_t taken;
     };
 
     // Ways in the order of their rank, each with the positions it noted.
@@ -41,7 +40,7 @@ private:
 
     // What is left to do once the way in hand is followed to its end.
     struct Branch {
-        State state;       // to follow; without a step, a slot is restored
+        const Step* step;  // to go on with; null restores a slot
         std::size_t slot;  // that one
         const char* at;    // to this position
     };
@@ -49,12 +48,14 @@ private:
     std::size_t slot_of(unsigned place) const {
         return place > end_places ? steps_.groups + place - end_places : place;
     }
-    bool enter(State state);
-    void note(unsigned place, const char* at);
-    void follow(State state, const char* at, Ways* ways);
-    void follow_one(State state, const char* at, Ways* ways);
-    void add(State state, Ways* ways);
     void advance(const char* at);
+    void advance_one(State state, const char* at);
+    bool enter(State state);
+    void follow(const Step* step, const char* at, Ways* ways);
+    void follow_one(const Step* step, const char* at, Ways* ways);
+    const Step* follow_run(State run, const char* at, Ways* ways);
+    void add(State state, Ways* ways);
+    void note(unsigned place, const char* at);
 
     Steps steps_;
     const char* subject_;
@@ -66,7 +67,7 @@ private:
     const char* end_ = nullptr;
     std::vector<Branch> branches_;
     std::vector<std::size_t> entered_;  // for each state, the round in which it was last entered
-    std::size_t round_ = 0;
+    std::size_t round_ = 1;             // goes with the byte that ways come to
 };
 
 }  // namespace orvix::gsl::text::regexp

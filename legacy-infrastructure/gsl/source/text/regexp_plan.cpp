@@ -6,8 +6,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
 #include <new>
+#include <string_view>
 #include <type_traits>
 
 namespace orvix::gsl::text::regexp {
@@ -45,9 +45,9 @@ bool is_of_compiler(const __gsl_regexp* record, Reserved reserved) {
 }
 
 // Where the parts of a block lie.
-class Block {
+class RecordBlock {
 public:
-    Block(__gsl_regexp* record, std::size_t program_bytes)
+    RecordBlock(__gsl_regexp* record, std::size_t program_bytes)
         : start_(reinterpret_cast<char*>(record)), program_bytes_(program_bytes) {}
 
     Plan* plan() const { return at<Plan>(plan_offset()); }
@@ -106,7 +106,33 @@ Node node_behind(const Program& program, Node node) {
     return node + node_bytes + (program.has_operand_bytes(node) ? program.operand_length(node) + 1 : 0);
 }
 
-void fill(Plan* plan, const Program& program, const Block& block) {
+// The longest text among the nodes that every match comes by; empty if there is none. More than the record tells: it
+// looks into groups, whatever the pattern starts with.
+std::string_view required_text(const Program& program) {
+    std::string_view longest;
+    bool is_alternative = program.is_choice(1);
+    for (Node node = 1; node != 0;) {
+        if (program.bytes[node] == rx_exactly && program.operand_length(node) > longest.size())
+            longest = {reinterpret_cast<const char*>(program.operand(node)), program.operand_length(node)};
+        // An only branch is come by; several lead on to the same place.
+        const bool is_only = program.bytes[node] == rx_branch && !program.is_choice(node) && !is_alternative;
+        is_alternative = program.is_choice(node);
+        node = is_only ? node + node_bytes : program.next(node);
+    }
+    return longest;
+}
+
+void learn_where_to_look(Plan* plan, const __gsl_regexp* record, const Program& program) {
+    plan->finder.learn(plan->steps.entry);
+    if (record->regmust != nullptr) {
+        plan->required = Needle({record->regmust, static_cast<std::size_t>(record->regmlen)});
+    } else if (!plan->finder.is_choosy() && !plan->steps.entry->is_anchored) {
+        const std::string_view text = required_text(program);
+        if (!text.empty()) plan->required = Needle(text);
+    }
+}
+
+void fill(Plan* plan, const Program& program, const RecordBlock& block) {
     std::uint16_t* const numbers = block.numbers();
     std::uint16_t count = 1;
     for (Node node = 1; node < program.size; node = node_behind(program, node)) numbers[node] = count++;
@@ -133,11 +159,11 @@ void fill(Plan* plan, const Program& program, const Block& block) {
 }  // namespace
 
 std::size_t bytes_with_plan(std::size_t program_bytes, std::size_t nodes) {
-    return Block(nullptr, program_bytes).bytes(nodes + 1);
+    return RecordBlock(nullptr, program_bytes).bytes(nodes + 1);
 }
 
 void add_plan(__gsl_regexp* record, std::size_t program_bytes) {
-    const Block block(record, program_bytes);
+    const RecordBlock block(record, program_bytes);
     new (block.plan()) Plan;
     std::memcpy(block.copy(), record->program, program_bytes);
     const auto size = static_cast<std::uint16_t>(program_bytes);
@@ -147,10 +173,14 @@ void add_plan(__gsl_regexp* record, std::size_t program_bytes) {
 const Plan* plan_of(__gsl_regexp* record) {
     const Reserved reserved = read_reserved(record);
     if (!is_of_compiler(record, reserved)) return nullptr;
-    const Block block(record, reserved.program_bytes);
+    const RecordBlock block(record, reserved.program_bytes);
     if (std::memcmp(record->program, block.copy(), reserved.program_bytes) != 0) return nullptr;
     Plan* const plan = block.plan();
-    if (!plan->is_filled) fill(plan, {record->program, reserved.program_bytes}, block);
+    if (!plan->is_filled) {
+        const Program whole{record->program, reserved.program_bytes};
+        fill(plan, whole, block);
+        learn_where_to_look(plan, record, whole);
+    }
     return plan;
 }
 
@@ -178,7 +208,7 @@ ChangedProgram::ChangedProgram(const __gsl_regexp* record) {
     const PlainLinks links{program, steps_.data()};
     const Decoder<PlainLinks> decoder(program, links);
 
-    const auto is_decoded = [](const Step& step) { return step.node != 0; };
+    const auto is_decoded = [](const Step& step) { return step.state != 0; };
     std::vector<const Step*> reached{links(1)};
     while (!reached.empty()) {
         const Step* const place = reached.back();
@@ -192,7 +222,9 @@ ChangedProgram::ChangedProgram(const __gsl_regexp* record) {
         reached.push_back(step.operand);
     }
     plan_.steps = {steps_.data(), links(1), program.bytes, program.size, group_limit - 1};
-    plan_.is_filled = true;
+    if (record->regstart != '\0') plan_.finder.learn(record->regstart);
+    if (record->regmust != nullptr && record->regmlen > 0)
+        plan_.required = Needle({record->regmust, static_cast<std::size_t>(record->regmlen)});
 }
 
 }  // namespace orvix::gsl::text::regexp

@@ -22,6 +22,7 @@ struct Plan {
     bool is_filled = false;
     Steps steps;
     Finder finder;
+    Needle required;  // a text that is part of every match and worth looking for first; may be empty
 };
 
 // The size of a record with a program of that size and so many nodes, and its plan.

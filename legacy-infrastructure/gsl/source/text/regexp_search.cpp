@@ -5,8 +5,10 @@
 
 #include <orvix/gsl/regular_expressions.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 #include <new>
 
 namespace orvix::gsl::text::regexp {
@@ -21,48 +23,68 @@ static_assert(sizeof(__gsl_regexp::startp) + sizeof(__gsl_regexp::endp) == place
 class Search {
 public:
     Search(__gsl_regexp* record, const Plan& plan, const char* subject)
-        : record_(record), steps_(plan.steps), subject_(subject) {}
+        : record_(record), plan_(plan), entry_(plan.steps.entry), subject_(subject) {}
 
     int run() {
-        if (record_->regmust != nullptr && !holds_required_text()) return 0;
-        if (record_->regstart != '\0' && std::strchr(subject_, record_->regstart) == nullptr) return 0;
+        if (record_->reganch != '\0' || entry_->is_anchored) return run_at_start();
+        if (lacks_required_text()) return fail_without_try();
+        const char* at = plan_.finder.find(subject_);
+        if (at == nullptr) return fail_without_try();
         clear();
         Backtracker backtracker(subject_, places());
-        const bool is_anchored = record_->reganch != '\0' || steps_.entry->is_anchored;
-        for (const char* at = subject_; (at = next_start(at)) != nullptr; ++at) {
-            if (is_anchored && at != subject_) break;
-            const Outcome outcome = backtracker.match(steps_.entry, at);
+        do {
+            const Outcome outcome = backtracker.match(entry_, at);
             if (outcome == Outcome::match) return note_match(at, backtracker.end());
-            if (outcome == Outcome::given_up) return run_in_lockstep(at, is_anchored);
-            if (steps_.groups > 0) clear();
-            if (*at == '\0') break;
-        }
+            if (outcome == Outcome::given_up) return run_in_lockstep(at, false);
+            if (plan_.steps.groups > 0) clear();
+            at = next_start(at);
+        } while (at != nullptr);
         return 0;
     }
 
 private:
-    bool holds_required_text() const {
-        const char* const text = record_->regmust;
-        for (const char* at = subject_; (at = std::strchr(at, *text)) != nullptr; ++at) {
-            if (std::strncmp(at, text, static_cast<std::size_t>(record_->regmlen)) == 0) return true;
-        }
-        return false;
+    int run_at_start() {
+        clear();
+        Backtracker backtracker(subject_, places());
+        const Outcome outcome = backtracker.match(entry_, subject_);
+        if (outcome == Outcome::match) return note_match(subject_, backtracker.end());
+        if (outcome == Outcome::given_up) return run_in_lockstep(subject_, true);
+        clear();
+        return 0;
     }
 
-    // The first position from `at` on where a match may start; null if there is none.
-    const char* next_start(const char* at) const {
-        if (record_->regstart != '\0') return std::strchr(at, record_->regstart);
-        for (;; ++at) {
-            if (steps_.entry->first.has(*at)) return at;
-            if (*at == '\0') return nullptr;
+    // The finder may look for that text anyway.
+    bool lacks_required_text() const {
+        const Needle& required = plan_.required;
+        return !required.is_empty() && required.text() != plan_.finder.text() && required.find(subject_) == nullptr;
+    }
+
+    // Nothing was worth a try. The record keeps its places if its own hints say so, and else is cleared: they leave
+    // more to be tried than was looked at.
+    int fail_without_try() {
+        if (record_->regmust != nullptr) {
+            if (plan_.required.find(subject_) == nullptr) return 0;
+        } else if (record_->regstart != '\0') {
+            if (!has_places() || std::strchr(subject_, record_->regstart) == nullptr) return 0;
         }
+        clear();
+        return 0;
+    }
+
+    // Where to try next, once a match at `at` has failed.
+    const char* next_start(const char* at) const {
+        // What follows a run at the start has failed behind each of its bytes: the rest of the run can be left out.
+        if (entry_->op == Op::run) {
+            while (entry_->operand->first.has(*at)) ++at;
+        }
+        return *at != '\0' ? plan_.finder.find_next(at + 1) : nullptr;
     }
 
     int run_in_lockstep(const char* from, bool is_anchored) {
         clear();
-        Lockstep lockstep(steps_, subject_);
+        Lockstep lockstep(plan_.steps, subject_);
         if (!lockstep.search(from, is_anchored)) return 0;
-        for (unsigned group = 1; group <= steps_.groups; ++group) {
+        for (unsigned group = 1; group <= plan_.steps.groups; ++group) {
             record_->startp[group] = lockstep.place(group);
             record_->endp[group] = lockstep.place(group + end_places);
         }
@@ -79,10 +101,16 @@ private:
         std::memset(record_->startp, 0, sizeof record_->startp);
         std::memset(record_->endp, 0, sizeof record_->endp);
     }
+    bool has_places() const {
+        const auto is_set = [](const char* place) { return place != nullptr; };
+        return std::any_of(std::begin(record_->startp), std::end(record_->startp), is_set) ||
+               std::any_of(std::begin(record_->endp), std::end(record_->endp), is_set);
+    }
     const char** places() { return record_->startp; }
 
     __gsl_regexp* record_;
-    const Steps& steps_;
+    const Plan& plan_;
+    const Step* entry_;
     const char* subject_;
 };
 

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace orvix::gsl::text::regexp {
 
@@ -16,7 +17,7 @@ enum class Op : unsigned char {
     start,   // the start of the subject
     end,     // the end of the subject
     byte,    // the byte `detail`
-    text,    // `length` bytes at `text`
+    text,    // the bytes of `text`
     set,     // a byte of `first`
     pass,    // nothing
     choice,  // `operand`, otherwise `next`
@@ -36,14 +37,15 @@ struct Step {
     bool is_exclusive : 1 = false;  // a run: what is behind it cannot begin with one of its bytes
     unsigned char detail = 0;
     unsigned char place = 0;
-    std::uint16_t length = 0;
-    std::uint16_t node = 0;  // offset of the node in the program
+    std::uint16_t length = 0;  // of the text
+    std::uint16_t state = 0;   // number of its first state; see Lockstep. An offset in the program, where it has room.
     const Step* next = nullptr;
     const Step* operand = nullptr;
-    const unsigned char* text = nullptr;
+    const char* start_of_text = nullptr;
     ByteSet first;  // what a success from here on may begin with, or more than that; for a step that takes a byte,
                     // those that it takes
 
+    std::string_view text() const { return {start_of_text, length}; }  // of a byte, too
     bool takes_byte() const { return op == Op::byte || op == Op::text || op == Op::set; }
 };
 

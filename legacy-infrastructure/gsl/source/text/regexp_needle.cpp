@@ -1,0 +1,76 @@
+#include "text/regexp_needle.h"
+
+#include "text/regexp_blocks.h"
+#include "text/regexp_rarity.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace orvix::gsl::text::regexp {
+
+namespace {
+
+// Two bytes at their distances from a position.
+class PairTest {
+public:
+    PairTest(std::string_view text, std::size_t first, std::size_t second)
+        : first_(first), second_(second), first_byte_(at(text, first)), second_byte_(at(text, second)) {}
+
+    std::size_t reach() const { return std::max(first_, second_) + 1; }
+
+    Hits operator()(const char* at) const {
+        return (load(at + first_) == first_byte_.block()) & (load(at + second_) == second_byte_.block());
+    }
+    bool is_hit(const char* at) const {
+        return static_cast<unsigned char>(at[first_]) == first_byte_.byte() &&
+               static_cast<unsigned char>(at[second_]) == second_byte_.byte();
+    }
+
+private:
+    static unsigned char at(std::string_view text, std::size_t i) { return static_cast<unsigned char>(text[i]); }
+
+    std::size_t first_;
+    std::size_t second_;
+    Repeated first_byte_;
+    Repeated second_byte_;
+};
+
+}  // namespace
+
+Needle::Needle(std::string_view text) : text_(text) {
+    constexpr std::size_t far_enough = 16;
+    const std::size_t count = std::min(text.size(), far_enough);
+    for (std::size_t i = 1; i < count; ++i) {
+        if (frequency_of(text[i]) < frequency_of(text[rarest_])) rarest_ = i;
+    }
+    second_ = rarest_ == 0 && count > 1 ? 1 : 0;
+    for (std::size_t i = second_ + 1; i < count; ++i) {
+        if (i != rarest_ && frequency_of(text[i]) < frequency_of(text[second_])) second_ = i;
+    }
+}
+
+// Looks for the rarest byte, which the C library finds fastest of all; if that byte turns out to be common, for two
+// bytes at a time.
+const char* Needle::find(const char* at) const {
+    constexpr std::ptrdiff_t worthwhile = 256;  // bytes between two places of the rarest byte
+    const char rarest = text_[rarest_];
+    const char* from = at;
+    for (const char* patience = at - 4 * worthwhile; patience <= at; patience += worthwhile) {
+        const char* const hit = std::strchr(from, rarest);
+        if (hit == nullptr) return nullptr;
+        from = hit + 1;
+        if (hit - at < static_cast<std::ptrdiff_t>(rarest_)) continue;
+        at = hit - rarest_;
+        if (stands_at(at, text_)) return at;
+        ++at;
+    }
+    return find_pair(at);
+}
+
+const char* Needle::find_pair(const char* at) const {
+    const PairTest test(text_, rarest_, second_);
+    while ((at = find_in_blocks(at, test.reach(), test)) != nullptr && !stands_at(at, text_)) ++at;
+    return at;
+}
+
+}  // namespace orvix::gsl::text::regexp
