@@ -14,6 +14,16 @@ namespace orvix::gsl::text::regexp {
 
 namespace {
 
+// As one piece this would be cleared by an instruction that takes longer than the rest of a short compilation.
+void set_out(__gsl_regexp* record) {
+    std::memset(record->startp, 0, sizeof record->startp);
+    std::memset(record->endp, 0, sizeof record->endp);
+    record->regstart = '\0';
+    record->reganch = '\0';
+    record->regmust = nullptr;
+    record->regmlen = 0;
+}
+
 // The longest text among the nodes of the only alternative, the last of several; what lies inside their operands need
 // not be part of a match.
 void find_required_text(__gsl_regexp* record) {
@@ -53,7 +63,8 @@ Compilation compile(const char* pattern) {
 
     void* const block = std::malloc(bytes_with_plan(counter.size(), counter.nodes()));
     if (block == nullptr) return {nullptr, "out of space"};
-    auto* const record = new (block) __gsl_regexp{};
+    auto* const record = new (block) __gsl_regexp;
+    set_out(record);
     Writer writer(record->program);
     find_hints(record, Parser<Writer>(pattern, writer).parse());
     add_plan(record, counter.size());

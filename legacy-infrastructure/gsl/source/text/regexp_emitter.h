@@ -22,8 +22,8 @@ public:
     void add_bytes(const char*, std::size_t count) { size_ += count; }
     void add_range(unsigned first, unsigned last) { size_ += last + 1 - first; }
     void link(Node, Node) {}
-    void link_operand(Node, Node) {}
-    void link_operands(Node, Node) {}
+    void link_later(Node, Node) {}
+    void link_all(Node, Node) {}
 
     std::size_t size() const { return size_; }
     std::size_t nodes() const { return nodes_; }
@@ -55,38 +55,43 @@ public:
     void add_byte(char c) { program_[end_++] = static_cast<unsigned char>(c); }
 
     void add_bytes(const char* bytes, std::size_t count) {
+        if (count == 1) return add_byte(*bytes);  // most often
         std::memcpy(program_ + end_, bytes, count);
         end_ += count;
     }
 
     // `last` is at least `first` - 1.
     void add_range(unsigned first, unsigned last) {
-        for (unsigned c = first; c <= last; ++c) program_[end_++] = static_cast<unsigned char>(c);
+        unsigned char* const bytes = program_ + end_;
+        const std::size_t count = last + std::size_t{1} - first;
+        for (std::size_t i = 0; i < count; ++i) bytes[i] = static_cast<unsigned char>(first + i);
+        end_ += count;
     }
 
-    // Links the last node of the chain that begins at `node` to `target`.
-    void link(Node node, Node target) {
-        for (Node next = next_of(program_, node); next != 0; next = next_of(program_, node)) node = next;
-        const std::size_t distance = program_[node] == rx_back ? node - target : target - node;
-        program_[node + 1] = static_cast<unsigned char>(distance >> 8);
-        program_[node + 2] = static_cast<unsigned char>(distance & 0xff);
-    }
+    // Links a node that has no next one yet.
+    void link(Node node, Node target) { put_distance(node, program_[node] == rx_back ? node - target : target - node); }
 
-    // The same for the nodes of an alternative; other nodes have none.
-    void link_operand(Node node, Node target) {
-        if (program_[node] == rx_branch) link(node + node_bytes, target);
-    }
+    // Keeps a node for link_all. It tells of the one kept before, 0 for none, where its link will be.
+    void link_later(Node node, Node before) { put_distance(node, before); }
 
-    // The same for all alternatives of a chain.
-    void link_operands(Node first, Node target) {
-        for (Node node = first; node != 0; node = next_of(program_, node)) link_operand(node, target);
+    // Links the node that was kept last, and all before it.
+    void link_all(Node last, Node target) {
+        for (Node node = last; node != 0;) {
+            const Node before = distance_at(program_ + node);
+            link(node, target);
+            node = before;
+        }
     }
 
 private:
     void put_node(Node node, unsigned opcode) {
         program_[node] = static_cast<unsigned char>(opcode);
-        program_[node + 1] = 0;
-        program_[node + 2] = 0;
+        put_distance(node, 0);
+    }
+
+    void put_distance(Node node, std::size_t distance) {
+        program_[node + 1] = static_cast<unsigned char>(distance >> 8);
+        program_[node + 2] = static_cast<unsigned char>(distance & 0xff);
     }
 
     unsigned char* program_;

@@ -27,10 +27,11 @@ inline constexpr std::array<bool, 256> ends_literal = [] {
 
 constexpr bool is_repeat(char c) { return c == '*' || c == '+' || c == '?'; }
 
-// A part of the pattern as it was emitted.
+// A part of the pattern as it was emitted: a chain of nodes, each linked to the next one. The last has no next one yet.
 struct Part {
-    Node first;
-    unsigned flags;
+    Node first = 0;
+    Node last = 0;
+    unsigned flags = 0;
 };
 
 template <class Emitter>
@@ -49,34 +50,39 @@ private:
     Part fail(const char* message) {
         if (error_ == nullptr) error_ = message;
         at_ = "";
-        return {0, 0};
+        return {};
     }
 
     // Alternatives, in parentheses (the opening one is read) or up to the end.
     Part pattern(bool is_group) {
-        Part part{0, has_width};
+        Part part;
+        part.flags = has_width;
         unsigned number = 0;
         if (is_group) {
             if (groups_ == group_limit) return fail("too many ()");
             number = groups_++;
-            part.first = emitter_.add(rx_open + number);
+            part.first = part.last = emitter_.add(rx_open + number);
         }
-        Node last = part.first;
+        Node end_of_alternative = 0;  // of the last one; it leads to those before
         for (bool is_first = true; is_first || *at_ == '|'; is_first = false) {
             if (!is_first) ++at_;
-            const Part alternative = branch();
+            const Node alternative = emitter_.add(rx_branch);
             if (is_first && !is_group) {
-                part.first = alternative.first;
+                part.first = alternative;
             } else {
-                emitter_.link(last, alternative.first);
+                emitter_.link(part.last, alternative);
             }
-            last = alternative.first;  // the end of the chain, which is not walked from its start each time
-            if (!(alternative.flags & has_width)) part.flags &= ~unsigned{has_width};
-            part.flags |= alternative.flags & starts_with_repeat;
+            part.last = alternative;
+            const Part nodes = branch();
+            emitter_.link_later(nodes.last, end_of_alternative);
+            end_of_alternative = nodes.last;
+            if (!(nodes.flags & has_width)) part.flags &= ~unsigned{has_width};
+            part.flags |= nodes.flags & starts_with_repeat;
         }
         const Node end = emitter_.add(is_group ? rx_close + number : unsigned{rx_end});
-        emitter_.link(last, end);
-        emitter_.link_operands(part.first, end);
+        emitter_.link(part.last, end);
+        emitter_.link_all(end_of_alternative, end);
+        part.last = end;
         return end_pattern(is_group) ? part : fail(*at_ == ')' || is_group ? "unmatched ()" : "junk on end");
     }
 
@@ -88,81 +94,91 @@ private:
         return true;
     }
 
+    // The pieces of an alternative.
     Part branch() {
-        Part part{emitter_.add(rx_branch), 0};
-        Node last = 0;
+        Part part;
         bool is_empty = true;
         while (*at_ != '\0' && *at_ != '|' && *at_ != ')') {
             const Part next = piece();
             part.flags |= next.flags & (is_empty ? has_width | starts_with_repeat : unsigned{has_width});
-            if (!is_empty) emitter_.link(last, next.first);
-            last = next.first;
+            if (is_empty) {
+                part.first = next.first;
+            } else {
+                emitter_.link(part.last, next.first);
+            }
+            part.last = next.last;
             is_empty = false;
         }
-        if (is_empty) emitter_.add(rx_nothing);
+        if (is_empty) part.first = part.last = emitter_.add(rx_nothing);
         return part;
     }
 
     Part piece() {
-        const Part operand = atom();
+        Part part = atom();
         const char repeat = *at_;
-        if (!is_repeat(repeat)) return operand;
-        if (!(operand.flags & has_width) && repeat != '?') return fail("*+ operand could be empty");
-        const Node node = operand.first;
+        if (!is_repeat(repeat)) return part;
+        if (!(part.flags & has_width) && repeat != '?') return fail("*+ operand could be empty");
         if (repeat == '?') {
-            make_optional(node);
-        } else if (operand.flags & simple) {
-            emitter_.insert(repeat == '*' ? rx_star : rx_plus, node);
+            make_optional(&part);
+        } else if (part.flags & simple) {
+            emitter_.insert(repeat == '*' ? rx_star : rx_plus, part.first);
         } else if (repeat == '*') {
-            repeat_any_times(node);
+            repeat_any_times(&part);
         } else {
-            repeat_at_least_once(node);
+            repeat_at_least_once(&part);
         }
+        part.flags = repeat == '+' ? unsigned{has_width} : unsigned{starts_with_repeat};
         ++at_;
-        if (is_repeat(*at_)) return fail("nested *?+");
-        return {node, repeat == '+' ? unsigned{has_width} : unsigned{starts_with_repeat}};
+        return is_repeat(*at_) ? fail("nested *?+") : part;
     }
 
     // x* becomes (x&|), where & leads back to the whole.
-    void repeat_any_times(Node node) {
-        emitter_.insert(rx_branch, node);
-        emitter_.link_operand(node, emitter_.add(rx_back));
-        emitter_.link_operand(node, node);
-        emitter_.link(node, emitter_.add(rx_branch));
-        emitter_.link(node, emitter_.add(rx_nothing));
+    void repeat_any_times(Part* part) {
+        emitter_.insert(rx_branch, part->first);
+        const Node back = emitter_.add(rx_back);
+        emitter_.link(part->last + node_bytes, back);
+        emitter_.link(back, part->first);
+        add_way_out(part->first, part);
     }
 
     // x+ becomes x(&|), where & leads back to x.
-    void repeat_at_least_once(Node node) {
+    void repeat_at_least_once(Part* part) {
         const Node again = emitter_.add(rx_branch);
-        emitter_.link(node, again);
-        emitter_.link(emitter_.add(rx_back), node);
-        emitter_.link(again, emitter_.add(rx_branch));
-        emitter_.link(node, emitter_.add(rx_nothing));
+        emitter_.link(part->last, again);
+        emitter_.link(emitter_.add(rx_back), part->first);
+        add_way_out(again, part);
     }
 
     // x? becomes (x|).
-    void make_optional(Node node) {
-        emitter_.insert(rx_branch, node);
-        emitter_.link(node, emitter_.add(rx_branch));
-        const Node end = emitter_.add(rx_nothing);
-        emitter_.link(node, end);
-        emitter_.link_operand(node, end);
+    void make_optional(Part* part) {
+        emitter_.insert(rx_branch, part->first);
+        const Node end_of_operand = part->last + node_bytes;
+        add_way_out(part->first, part);
+        emitter_.link(end_of_operand, part->last);
+    }
+
+    // An empty alternative to a branch, which ends the part.
+    void add_way_out(Node branch, Part* part) {
+        const Node out = emitter_.add(rx_branch);
+        emitter_.link(branch, out);
+        part->last = emitter_.add(rx_nothing);
+        emitter_.link(out, part->last);
     }
 
     Part atom() {
         switch (*at_++) {
             case '^':
-                return {emitter_.add(rx_bol), 0};
+                return one_node(rx_bol, 0);
             case '$':
-                return {emitter_.add(rx_eol), 0};
+                return one_node(rx_eol, 0);
             case '.':
-                return {emitter_.add(rx_any), has_width | simple};
+                return one_node(rx_any, has_width | simple);
             case '[':
                 return set();
             case '(': {
-                const Part group = pattern(true);
-                return {group.first, group.flags & (has_width | starts_with_repeat)};
+                Part group = pattern(true);
+                group.flags &= has_width | starts_with_repeat;
+                return group;
             }
             case '?':
             case '+':
@@ -179,6 +195,11 @@ private:
         }
     }
 
+    Part one_node(unsigned opcode, unsigned flags) {
+        const Node node = emitter_.add(opcode);
+        return {node, node, flags};
+    }
+
     // Bytes up to the next one with a meaning. A repeat belongs to the last of them alone.
     Part literals() {
         const char* const start = at_ - 1;
@@ -192,7 +213,7 @@ private:
 
     Part literal(const char* bytes, std::size_t count) {
         at_ = bytes + count;
-        const Part part{emitter_.add(rx_exactly), count == 1 ? has_width | simple : unsigned{has_width}};
+        const Part part = one_node(rx_exactly, count == 1 ? has_width | simple : unsigned{has_width});
         emitter_.add_bytes(bytes, count);
         emitter_.add_byte('\0');
         return part;
@@ -201,7 +222,7 @@ private:
     Part set() {
         const bool is_negated = *at_ == '^';
         if (is_negated) ++at_;
-        const Part part{emitter_.add(is_negated ? rx_anybut : rx_anyof), has_width | simple};
+        const Part part = one_node(is_negated ? rx_anybut : rx_anyof, has_width | simple);
         if (*at_ == ']' || *at_ == '-') emitter_.add_byte(*at_++);
         while (*at_ != '\0' && *at_ != ']') {
             if (*at_ != '-') {
