@@ -45,3 +45,25 @@ TEST(RegexpCompile, FindsTheSameErrorsAsTheModelInRandomPatterns) {
         ASSERT_EQ(outcome(pattern), outcome_of_model(pattern));
     }
 }
+
+// Long patterns are compiled in another way than short ones.
+TEST(RegexpCompile, FindsTheSameInPatternsBehindALongText) {
+    RandomPattern source(8);
+    const std::string text(300, 'x');
+    for (int i = 0; i < 5000; ++i) {
+        const std::string pattern = text + (source.random().coin() ? source.pattern() : source.jumble());
+        SCOPED_TRACE(pattern);
+        ASSERT_EQ(outcome(pattern), outcome_of_model(pattern));
+    }
+}
+
+TEST(RegexpCompile, MakesTheLargestProgramsForTheirLengthInPlace) {
+    for (const std::string pattern : {"[\1-\377]", "(a)*", "(a)+", "()|()?", "[a-z][a-z][a-z][a-z][a-z][a-z][a-z]"}) {
+        std::string repeated;
+        for (std::size_t length = 0; length < 300; length += pattern.size()) {
+            SCOPED_TRACE(repeated);
+            ASSERT_EQ(outcome(repeated), outcome_of_model(repeated));
+            repeated += pattern;
+        }
+    }
+}

@@ -51,24 +51,62 @@ void find_hints(__gsl_regexp* record, unsigned flags) {
     if (flags & starts_with_repeat) find_required_text(record);
 }
 
-}  // namespace
+// Makes a record with room for a program, without one. Null if there is no memory.
+__gsl_regexp* new_record(std::size_t program_bytes, std::size_t nodes) {
+    void* const block = std::malloc(bytes_with_plan(program_bytes, nodes));
+    if (block == nullptr) return nullptr;
+    auto* const record = new (block) __gsl_regexp;
+    set_out(record);
+    return record;
+}
 
-Compilation compile(const char* pattern) {
-    if (pattern == nullptr) return {nullptr, "NULL argument"};
+Compilation finished(__gsl_regexp* record, std::size_t program_bytes, unsigned flags) {
+    find_hints(record, flags);
+    add_plan(record, program_bytes);
+    return {record, nullptr};
+}
+
+// A bound to the size of a pattern's program. What takes most for its length is a range, and then a group's "*" or "+".
+std::size_t longest_program(const char* pattern, std::size_t limit) {
+    constexpr std::size_t empty_program = 10;
+    constexpr std::size_t bytes_for_a_byte = 12;
+    constexpr std::size_t bytes_for_a_range = 256;
+    std::size_t size = empty_program;
+    for (; *pattern != '\0' && size < limit; ++pattern) size += *pattern == '-' ? bytes_for_a_range : bytes_for_a_byte;
+    return size;
+}
+
+// Most patterns are short, and one run that writes to the stack does.
+Compilation compile_short(const char* pattern, unsigned char* room) {
+    Writer writer(room);
+    Parser<Writer> parser(pattern, writer);
+    const unsigned flags = parser.parse();
+    if (parser.error() != nullptr) return {nullptr, parser.error()};
+    __gsl_regexp* const record = new_record(writer.size(), writer.nodes());
+    if (record == nullptr) return {nullptr, "out of space"};
+    std::memcpy(record->program, room, writer.size());
+    return finished(record, writer.size(), flags);
+}
+
+// For any other pattern, a first run finds out the size.
+Compilation compile_any(const char* pattern) {
     Counter counter;
     Parser<Counter> measuring(pattern, counter);
     measuring.parse();
     if (measuring.error() != nullptr) return {nullptr, measuring.error()};
     if (counter.size() >= program_limit) return {nullptr, "regexp too big"};
-
-    void* const block = std::malloc(bytes_with_plan(counter.size(), counter.nodes()));
-    if (block == nullptr) return {nullptr, "out of space"};
-    auto* const record = new (block) __gsl_regexp;
-    set_out(record);
+    __gsl_regexp* const record = new_record(counter.size(), counter.nodes());
+    if (record == nullptr) return {nullptr, "out of space"};
     Writer writer(record->program);
-    find_hints(record, Parser<Writer>(pattern, writer).parse());
-    add_plan(record, counter.size());
-    return {record, nullptr};
+    return finished(record, counter.size(), Parser<Writer>(pattern, writer).parse());
+}
+
+}  // namespace
+
+Compilation compile(const char* pattern) {
+    if (pattern == nullptr) return {nullptr, "NULL argument"};
+    unsigned char room[2048];
+    return longest_program(pattern, sizeof room) < sizeof room ? compile_short(pattern, room) : compile_any(pattern);
 }
 
 }  // namespace orvix::gsl::text::regexp

@@ -1,5 +1,5 @@
-// Where the parser of patterns sends its nodes: to a count of bytes first, and then into the program. Both emitters
-// have the same members, so that one parser serves both runs.
+// Where the parser of patterns sends its nodes: into a program, or to a count of the bytes that one would take. Both
+// emitters have the same members, so that one parser serves both.
 #pragma once
 
 #include "text/regexp_program.h"
@@ -33,7 +33,7 @@ private:
     std::size_t nodes_ = 0;
 };
 
-// Writes to a program of the size that the counter found.
+// Writes to a program that has room for all that comes.
 class Writer {
 public:
     explicit Writer(unsigned char* program) : program_(program), end_(1) { program_[0] = check_byte; }
@@ -41,7 +41,6 @@ public:
     Node add(unsigned opcode) {
         const Node node = end_;
         put_node(node, opcode);
-        end_ += node_bytes;
         return node;
     }
 
@@ -49,7 +48,6 @@ public:
     void insert(unsigned opcode, Node operand) {
         std::memmove(program_ + operand + node_bytes, program_ + operand, end_ - operand);
         put_node(operand, opcode);
-        end_ += node_bytes;
     }
 
     void add_byte(char c) { program_[end_++] = static_cast<unsigned char>(c); }
@@ -83,10 +81,15 @@ public:
         }
     }
 
+    std::size_t size() const { return end_; }
+    std::size_t nodes() const { return nodes_; }
+
 private:
     void put_node(Node node, unsigned opcode) {
         program_[node] = static_cast<unsigned char>(opcode);
         put_distance(node, 0);
+        end_ += node_bytes;
+        ++nodes_;
     }
 
     void put_distance(Node node, std::size_t distance) {
@@ -96,6 +99,7 @@ private:
 
     unsigned char* program_;
     std::size_t end_;
+    std::size_t nodes_ = 0;
 };
 
 }  // namespace orvix::gsl::text::regexp
