@@ -18,9 +18,10 @@ namespace regexp = orvix::gsl::text::regexp;
 namespace {
 
 std::optional<Places> search_in_lockstep(const Record& record, const std::string& subject) {
-    const regexp::Steps& steps = regexp::plan_of(record.get())->steps;
+    const regexp::Plan& plan = *regexp::plan_of(record.get());
+    const regexp::Steps& steps = plan.steps;
     regexp::Lockstep lockstep(steps, subject.c_str());
-    if (!lockstep.search(subject.c_str(), false)) return std::nullopt;
+    if (!lockstep.search(subject.c_str(), plan.is_anchored)) return std::nullopt;
     const auto offset = [&](const char* at) { return static_cast<std::size_t>(at - subject.c_str()); };
     Places places;
     places.at(0) = {offset(lockstep.start()), offset(lockstep.end())};

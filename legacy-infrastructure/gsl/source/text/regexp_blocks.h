@@ -35,18 +35,21 @@ private:
     std::array<unsigned char, block_bytes> bytes_;
 };
 
-inline bool has_hit(Hits hits) {
-    const auto halves = std::bit_cast<std::array<std::uint64_t, 2>>(hits);
-    return (halves[0] | halves[1]) != 0;
+using Halves = std::uint64_t __attribute__((vector_size(block_bytes)));
+
+inline bool is_zero(Block block) {
+    const auto halves = reinterpret_cast<Halves>(block);
+    return (halves[0] | halves[1]) == 0;
 }
+
+inline bool has_hit(Hits hits) { return !is_zero(reinterpret_cast<Block>(hits)); }
 
 // Position of the first hit in a block that has one.
 inline std::size_t first_hit(Hits hits) {
-    const auto halves = std::bit_cast<std::array<std::uint64_t, 2>>(hits);
-    const std::size_t half = halves[0] != 0 ? 0 : 1;
-    const int zeros =
-        std::endian::native == std::endian::little ? std::countr_zero(halves[half]) : std::countl_zero(halves[half]);
-    return half * 8 + static_cast<std::size_t>(zeros) / 8;
+    const auto halves = reinterpret_cast<Halves>(hits);
+    const std::uint64_t half = halves[0] != 0 ? halves[0] : halves[1];
+    const int zeros = std::endian::native == std::endian::little ? std::countr_zero(half) : std::countl_zero(half);
+    return (halves[0] != 0 ? 0 : block_bytes / 2) + static_cast<std::size_t>(zeros) / 8;
 }
 
 // Finds the first position that passes a test. The test looks at `reach` bytes from a position on: test(at) at sixteen

@@ -144,6 +144,7 @@ private:
             step->op = Op::run;
             step->operand = links_.operand(operand);
             step->detail = program_.bytes[node] == rx_plus ? 1 : 0;
+            step->takes_all = program_.bytes[operand] == rx_any;
         }
     }
 

@@ -22,7 +22,7 @@ public:
     void learn(const Step* entry);
 
     // The first position from `at` on where a match may start; null if there is none.
-    const char* find(const char* at) const { return find(at, true); }
+    const char* find(const char* at) const { return kind_ == Kind::text ? needle_.find(at) : find(at, true); }
 
     // The same, behind a position where no match started after all.
     const char* find_next(const char* at) const { return find(at, kind_ != Kind::pairs); }

@@ -4,7 +4,6 @@
 #include "text/regexp_rarity.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace orvix::gsl::text::regexp {
 
@@ -47,16 +46,16 @@ Needle::Needle(std::string_view text) : text_(text) {
     for (std::size_t i = second_ + 1; i < count; ++i) {
         if (i != rarest_ && frequency_of(text[i]) < frequency_of(text[second_])) second_ = i;
     }
+    constexpr unsigned rare = 2;
+    is_rare_ = frequency_of(text[rarest_]) <= rare;
 }
 
-// Looks for the rarest byte, which the C library finds fastest of all; if that byte turns out to be common, for two
-// bytes at a time.
-const char* Needle::find(const char* at) const {
-    constexpr std::ptrdiff_t worthwhile = 256;  // bytes between two places of the rarest byte
-    const char rarest = text_[rarest_];
+// The C library finds a single byte fastest of all. If it turns out to be common here, two bytes at a time are better.
+const char* Needle::find_rarest(const char* at) const {
+    constexpr std::ptrdiff_t worthwhile = 256;  // bytes from one place to the next
     const char* from = at;
-    for (const char* patience = at - 4 * worthwhile; patience <= at; patience += worthwhile) {
-        const char* const hit = std::strchr(from, rarest);
+    for (const char* patience = at - 8 * worthwhile; patience <= at; patience += worthwhile) {
+        const char* const hit = std::strchr(from, text_[rarest_]);
         if (hit == nullptr) return nullptr;
         from = hit + 1;
         if (hit - at < static_cast<std::ptrdiff_t>(rarest_)) continue;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 
 namespace orvix::gsl::text::regexp {
@@ -26,14 +27,18 @@ public:
     std::string_view text() const { return text_; }
 
     // Its first place from a position on; null if there is none.
-    const char* find(const char* at) const;
+    const char* find(const char* at) const {
+        return text_.size() == 1 ? std::strchr(at, text_[0]) : is_rare_ ? find_rarest(at) : find_pair(at);
+    }
 
 private:
+    const char* find_rarest(const char* at) const;
     const char* find_pair(const char* at) const;
 
     std::string_view text_;
     std::size_t rarest_ = 0;  // positions of the two bytes that are the rarest in usual texts
     std::size_t second_ = 0;
+    bool is_rare_ = false;  // the first of them
 };
 
 }  // namespace orvix::gsl::text::regexp

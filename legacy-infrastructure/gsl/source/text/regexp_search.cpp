@@ -1,14 +1,13 @@
 #include "text/regexp_backtracker.h"
+#include "text/regexp_changed_program.h"
 #include "text/regexp_lockstep.h"
 #include "text/regexp_plan.h"
 #include "text/regexp_program.h"
 
 #include <orvix/gsl/regular_expressions.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <iterator>
 #include <new>
 
 namespace orvix::gsl::text::regexp {
@@ -26,20 +25,10 @@ public:
         : record_(record), plan_(plan), entry_(plan.steps.entry), subject_(subject) {}
 
     int run() {
-        if (record_->reganch != '\0' || entry_->is_anchored) return run_at_start();
+        if (plan_.is_anchored) return run_at_start();
         if (lacks_required_text()) return fail_without_try();
-        const char* at = plan_.finder.find(subject_);
-        if (at == nullptr) return fail_without_try();
-        clear();
-        Backtracker backtracker(subject_, places());
-        do {
-            const Outcome outcome = backtracker.match(entry_, at);
-            if (outcome == Outcome::match) return note_match(at, backtracker.end());
-            if (outcome == Outcome::given_up) return run_in_lockstep(at, false);
-            if (plan_.steps.groups > 0) clear();
-            at = next_start(at);
-        } while (at != nullptr);
-        return 0;
+        const char* const start = plan_.finder.find(subject_);
+        return start != nullptr ? run_from(start) : fail_without_try();
     }
 
 private:
@@ -50,6 +39,19 @@ private:
         if (outcome == Outcome::match) return note_match(subject_, backtracker.end());
         if (outcome == Outcome::given_up) return run_in_lockstep(subject_, true);
         clear();
+        return 0;
+    }
+
+    int run_from(const char* at) {
+        clear();
+        Backtracker backtracker(subject_, places());
+        do {
+            const Outcome outcome = backtracker.match(entry_, at);
+            if (outcome == Outcome::match) return note_match(at, backtracker.end());
+            if (outcome == Outcome::given_up) return run_in_lockstep(at, false);
+            if (plan_.steps.groups > 0) clear();
+            at = next_start(at);
+        } while (at != nullptr);
         return 0;
     }
 
@@ -65,7 +67,8 @@ private:
         if (record_->regmust != nullptr) {
             if (plan_.required.find(subject_) == nullptr) return 0;
         } else if (record_->regstart != '\0') {
-            if (!has_places() || std::strchr(subject_, record_->regstart) == nullptr) return 0;
+            if (plan_.finder.text().size() == 1 || !has_places()) return 0;
+            if (std::strchr(subject_, record_->regstart) == nullptr) return 0;
         }
         clear();
         return 0;
@@ -80,7 +83,7 @@ private:
         return *at != '\0' ? plan_.finder.find_next(at + 1) : nullptr;
     }
 
-    int run_in_lockstep(const char* from, bool is_anchored) {
+    int run_in_lockstep(const char* from, bool is_anchored) try {
         clear();
         Lockstep lockstep(plan_.steps, subject_);
         if (!lockstep.search(from, is_anchored)) return 0;
@@ -89,6 +92,8 @@ private:
             record_->endp[group] = lockstep.place(group + end_places);
         }
         return note_match(lockstep.start(), lockstep.end());
+    } catch (const std::bad_alloc&) {
+        gsl_regerror("out of space");
     }
 
     int note_match(const char* start, const char* end) {
@@ -101,11 +106,9 @@ private:
         std::memset(record_->startp, 0, sizeof record_->startp);
         std::memset(record_->endp, 0, sizeof record_->endp);
     }
-    bool has_places() const {
-        const auto is_set = [](const char* place) { return place != nullptr; };
-        return std::any_of(std::begin(record_->startp), std::end(record_->startp), is_set) ||
-               std::any_of(std::begin(record_->endp), std::end(record_->endp), is_set);
-    }
+    // Others are never set without these.
+    bool has_places() const { return record_->startp[0] != nullptr || record_->endp[0] != nullptr; }
+
     const char** places() { return record_->startp; }
 
     __gsl_regexp* record_;
@@ -113,6 +116,13 @@ private:
     const Step* entry_;
     const char* subject_;
 };
+
+int search_with_changed_program(__gsl_regexp* record, const char* subject) try {
+    const ChangedProgram program(record);
+    return Search(record, program.plan(), subject).run();
+} catch (const std::bad_alloc&) {
+    gsl_regerror("out of space");
+}
 
 }  // namespace
 
@@ -122,11 +132,6 @@ int gsl_regexec(__gsl_regexp* re, const char* subject) {
     using namespace orvix::gsl::text::regexp;
     if (re == nullptr || subject == nullptr) gsl_regerror("NULL parameter");
     if (re->program[0] != check_byte) gsl_regerror("corrupted program");
-    try {
-        const Plan* const plan = plan_of(re);
-        return plan != nullptr ? Search(re, *plan, subject).run()
-                               : Search(re, ChangedProgram(re).plan(), subject).run();
-    } catch (const std::bad_alloc&) {
-        gsl_regerror("out of space");
-    }
+    const Plan* const plan = plan_of(re);
+    return plan != nullptr ? Search(re, *plan, subject).run() : search_with_changed_program(re, subject);
 }

@@ -35,6 +35,7 @@ struct Step {
     bool is_sure : 1 = false;       // from here on, nothing can fail
     bool is_anchored : 1 = false;   // from here on, success is possible at the start of the subject only
     bool is_exclusive : 1 = false;  // a run: what is behind it cannot begin with one of its bytes
+    bool takes_all : 1 = false;     // a run: of any bytes
     unsigned char detail = 0;
     unsigned char place = 0;
     std::uint16_t length = 0;  // of the text
@@ -49,9 +50,8 @@ struct Step {
     bool takes_byte() const { return op == Op::byte || op == Op::text || op == Op::set; }
 };
 
-// A program of steps. The first of them is where links lead that lead nowhere.
+// A program of steps.
 struct Steps {
-    const Step* steps = nullptr;
     const Step* entry = nullptr;
     const unsigned char* program = nullptr;
     std::size_t program_bytes = 0;
