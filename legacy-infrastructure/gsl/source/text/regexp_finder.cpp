@@ -23,6 +23,29 @@ unsigned least_frequency(std::string_view text) {
     return least;
 }
 
+// What the second byte of a success may be, or more; the zero byte if it may be of one byte alone. Looks at no more
+// than so many choices behind each other.
+ByteSet second_bytes(const Step* step, int choices) {
+    switch (step->op) {
+        case Op::byte:
+        case Op::set:
+            return step->next->first;
+        case Op::text:
+            return ByteSet::of(step->text()[1]);
+        case Op::pass:
+            return second_bytes(step->next, choices);
+        case Op::choice:
+            if (choices == 0) return ByteSet::all();
+            return second_bytes(step->operand, choices - 1) | second_bytes(step->next, choices - 1);
+        case Op::run: {
+            const ByteSet behind_one = step->operand->first | step->next->first;
+            return step->detail > 0 ? behind_one : behind_one | second_bytes(step->next, choices);
+        }
+        default:
+            return ByteSet::all();
+    }
+}
+
 }  // namespace
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -49,7 +72,7 @@ void Finder::learn(const Step* entry) {
     if (learn_text(step)) return;
     if (step->op == Op::run && learn_run(step)) return;
     if (step->op == Op::choice && learn_pairs(step)) return;
-    learn_set(entry->first);
+    learn_set(entry);
 }
 
 // Copies the text that steps begin with, as far as there is room.
@@ -84,28 +107,40 @@ bool Finder::learn_run(const Step* run) {
     if (size == 0 || (run->detail > 0 && least_frequency(text) > frequency_of(set))) return false;
     kind_ = Kind::run;
     in_front_ = run->detail;
-    set_ = set;
+    first_ = set;
     needle_ = Needle(text);
     return true;
 }
 
-// Alternatives that all begin with two bytes of text at least. The rarest pair of each stands for it, no further from
-// the start than the shortest of them goes, so that all are looked for at the same positions.
+// Alternatives that all begin with two bytes of text at least: what they have in common, if that is as much; else the
+// rarest pair of each stands for it. No pair is further from the start than the shortest text goes, so that all are
+// looked for at the same positions.
 bool Finder::learn_pairs(const Step* choice) {
     std::array<const Step*, most_pairs> steps{choice};  // alternatives, from `waiting` on
     std::size_t waiting = 0;
     std::size_t count = 1;
-    std::size_t shortest = text_.size();
+    std::array<char, longest_text> common;
+    std::size_t common_size = longest_text;
+    std::size_t shortest = longest_text;
     while (waiting < count) {
         const Step* const step = behind_passes(steps[waiting]);
         if (step->op == Op::choice && !step->is_loop && count < most_pairs) {
             steps[waiting] = step->operand;
             steps[count++] = step->next;
-        } else {
-            shortest = std::min(shortest, copy_text(step));
-            if (shortest < 2) return false;
-            ++waiting;
+            continue;
         }
+        shortest = std::min(shortest, copy_text(step));
+        if (shortest < 2) return false;
+        if (waiting++ == 0) common = text_;
+        const auto end = common.begin() + static_cast<std::ptrdiff_t>(std::min(common_size, shortest));
+        common_size =
+            static_cast<std::size_t>(std::mismatch(common.begin(), end, text_.begin()).first - common.begin());
+    }
+    if (common_size >= 2) {
+        text_ = common;
+        needle_ = Needle({text_.data(), common_size});
+        kind_ = Kind::text;
+        return true;
     }
     for (std::size_t i = 0; i < count; ++i) {
         copy_text(steps[i]);
@@ -113,19 +148,28 @@ bool Finder::learn_pairs(const Step* choice) {
     }
     reach_ = static_cast<unsigned char>(shortest);
     count_ = static_cast<unsigned char>(count);
-    set_ = choice->first;
+    learn_first_bytes(choice);
     kind_ = Kind::pairs;
     return true;
 }
 
-void Finder::learn_set(const ByteSet& set) {
-    if (set.has('\0')) return;
+void Finder::learn_first_bytes(const Step* entry) {
+    constexpr int few_choices = 6;
+    first_ = entry->first;
+    second_ = second_bytes(entry, few_choices);
+}
+
+// The first byte, in as many ranges as blocks are worth it; not if such bytes stand everywhere.
+void Finder::learn_set(const Step* entry) {
+    constexpr unsigned common = 150;
+    if (entry->first.has('\0')) return;
     kind_ = Kind::members;
-    set_ = set;
+    learn_first_bytes(entry);
+    if (frequency_of(first_) > common) return;
     count_ = 0;
     int last = -2;
     bool is_too_many = false;
-    set.for_each([&](char c) {
+    first_.for_each([&](char c) {
         const auto byte = static_cast<unsigned char>(c);
         if (byte == last + 1) {
             Range& range = ranges_[count_ - std::size_t{1}];
@@ -157,7 +201,7 @@ public:
         }
         return hits;
     }
-    bool is_hit(const char* at) const { return finder_.set_.has(*at); }
+    bool is_hit(const char* at) const { return finder_.first_.has(*at); }
 
 private:
     const Finder& finder_;
@@ -176,7 +220,7 @@ public:
         }
         return hits;
     }
-    bool is_hit(const char* at) const { return finder_.set_.has(*at); }
+    bool is_hit(const char* at) const { return finder_.first_.has(*at); }
 
 private:
     const Finder& finder_;
@@ -193,7 +237,7 @@ const char* Finder::find(const char* at, bool is_near) const {
         case Kind::pairs:
             return is_near && settle_near(&at) ? at : find_in_blocks(at, reach_, PairTest(*this));
         case Kind::ranges:
-            return is_near && settle_near(&at) ? at : find_in_blocks(at, reach_, RangeTest(*this));
+            return find_range(at);
         case Kind::members:
             return find_member(at);
         default:
@@ -211,7 +255,7 @@ const char* Finder::find_in_front(const char* at) const {
 const char* Finder::find_run(const char* at) const {
     for (const char* hit = at; (hit = needle_.find(hit)) != nullptr; ++hit) {
         const char* start = hit;
-        while (start > at && set_.has(start[-1])) --start;
+        while (start > at && first_.has(start[-1])) --start;
         if (hit - start >= in_front_) return start;
     }
     return nullptr;
@@ -222,7 +266,7 @@ const char* Finder::find_run(const char* at) const {
 bool Finder::settle_near(const char** at) const {
     constexpr int few = 16;
     for (int i = 0; i < few; ++i, ++*at) {
-        if (set_.has(**at)) return true;
+        if (begins_at(*at)) return true;
         if (**at != '\0') continue;
         *at = nullptr;
         return true;
@@ -230,8 +274,14 @@ bool Finder::settle_near(const char** at) const {
     return false;
 }
 
+const char* Finder::find_range(const char* at) const {
+    if (settle_near(&at)) return at;
+    while ((at = find_in_blocks(at, 1, RangeTest(*this))) != nullptr && !begins_at(at)) ++at;
+    return at;
+}
+
 const char* Finder::find_member(const char* at) const {
-    for (; !set_.has(*at); ++at) {
+    for (; !begins_at(at); ++at) {
         if (*at == '\0') return nullptr;
     }
     return at;

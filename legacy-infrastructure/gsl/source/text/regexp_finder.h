@@ -67,12 +67,17 @@ private:
     bool learn_text(const Step* entry);
     bool learn_run(const Step* run);
     bool learn_pairs(const Step* choice);
-    void learn_set(const ByteSet& set);
+    void learn_first_bytes(const Step* entry);
+    void learn_set(const Step* entry);
+
+    // Whether the first two bytes fit; only if the first one does is there a second.
+    bool begins_at(const char* at) const { return first_.has(*at) && second_.has(at[1]); }
 
     bool settle_near(const char** at) const;
     const char* find(const char* at, bool is_near) const;
     const char* find_in_front(const char* at) const;
     const char* find_run(const char* at) const;
+    const char* find_range(const char* at) const;
     const char* find_member(const char* at) const;
 
     Kind kind_ = Kind::everywhere;
@@ -81,7 +86,8 @@ private:
     unsigned char reach_ = 1;     // of what pairs or ranges look at
     std::array<char, longest_text> text_{};
     Needle needle_;
-    ByteSet set_;  // members, among them all first bytes of pairs; bytes of the run
+    ByteSet first_;   // bytes of the run; else what may be the first byte of a match,
+    ByteSet second_;  // and what the second
     std::array<Pair, most_pairs> pairs_;
     std::array<Range, most_ranges> ranges_;
 };
