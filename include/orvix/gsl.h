@@ -30,8 +30,8 @@
 #include <orvix/gsl/projects.h>
 #include <orvix/gsl/real_functions.h>
 #include <orvix/gsl/record_list.h>
-#include <orvix/gsl/search_table.h>
 #include <orvix/gsl/regular_expressions.h>
+#include <orvix/gsl/search_table.h>
 #include <orvix/gsl/sort.h>
 #include <orvix/gsl/status.h>
 #include <orvix/gsl/streams.h>

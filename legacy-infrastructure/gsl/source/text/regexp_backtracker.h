@@ -37,7 +37,7 @@ private:
     };
 
     static constexpr std::size_t small_stack = 48;
-    static constexpr std::size_t largest_stack = 8 * 8 * 8 * 8 * small_stack;
+    static constexpr std::size_t largest_stack = small_stack * 8 * 8 * 8 * 8;
 
     Outcome walk(const Step* step, const char* at);
     const char* take_run(const Step& run, const char* at);

@@ -51,13 +51,13 @@ public:
     std::uint16_t word(std::uint32_t i) const {
         assert(word_bytes * (i + 1) <= size_);
         std::uint16_t value;
-        std::memcpy(&value, bytes_ + word_bytes * i, sizeof value);
+        std::memcpy(&value, bytes_ + std::size_t{word_bytes} * i, sizeof value);
         return value;
     }
     void set_word(std::uint32_t i, std::uint32_t value) {
         assert(word_bytes * (i + 1) <= size_);
         const auto low_half = static_cast<std::uint16_t>(value);
-        std::memcpy(bytes_ + word_bytes * i, &low_half, sizeof low_half);
+        std::memcpy(bytes_ + std::size_t{word_bytes} * i, &low_half, sizeof low_half);
     }
     std::string_view bytes(std::uint32_t begin, std::uint32_t end) const {
         assert(begin <= end && end <= size_);

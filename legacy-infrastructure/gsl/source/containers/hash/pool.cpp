@@ -55,8 +55,9 @@ bool add_slab(htab* table) {
 }
 
 _bufhead* allocate(htab* table) {
-    if (table->spare_buffers == nullptr && !add_slab(table)) return nullptr;
+    if (table->spare_buffers == nullptr) add_slab(table);
     _bufhead* const buffer = table->spare_buffers;
+    if (buffer == nullptr) return nullptr;
     table->spare_buffers = buffer->next;
     char* const page = buffer->page;
     std::memset(static_cast<void*>(page), 0xff, table->page_size);

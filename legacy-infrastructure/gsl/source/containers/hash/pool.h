@@ -17,6 +17,7 @@ constexpr HashSlot slot_on_disk = 2;
 inline HashSlot* slot_of(const htab* table, std::uint32_t bucket) {
     return &table->dir[bucket >> table->seg_shift][bucket & (table->seg_size - 1)];
 }
+// NOLINTNEXTLINE(performance-no-int-to-ptr): flags stand in the low bits of the pointer
 inline _bufhead* buffer_of(HashSlot slot) { return reinterpret_cast<_bufhead*>(slot & ~slot_flags); }
 
 inline bool is_blank(const _bufhead* buffer) { return buffer->addr == 0 && (buffer->flags & BUFFER_BUCKET) == 0; }

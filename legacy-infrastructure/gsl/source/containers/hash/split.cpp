@@ -18,6 +18,7 @@ bool grow_directory(htab* table, std::uint32_t segment) {
     }
     if (segment < table->dir_capacity) return true;
     const std::uint32_t capacity = 2 * table->dir_capacity;
+    if (capacity == 0) return false;  // beyond 32 bits
     void* const larger = std::realloc(table->dir, capacity * sizeof(HashSlot*));
     if (larger == nullptr) return false;
     table->dir = static_cast<HashSlot**>(larger);
