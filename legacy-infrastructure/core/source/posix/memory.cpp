@@ -24,4 +24,22 @@ void expect_to_be_filled(void* block, std::size_t bytes) {
 #endif
 }
 
+void* allocate_large(std::size_t bytes) {
+    // Aligned memory lies somewhere in twice as much; what it does not need is given back.
+    const std::size_t mapped = bytes + large_page_bytes;
+    void* const mapping = mmap(nullptr, mapped, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (mapping == MAP_FAILED) return nullptr;
+    void* block = mapping;
+    std::size_t rest = mapped;
+    std::align(large_page_bytes, bytes, block, rest);
+    if (rest != mapped) munmap(mapping, mapped - rest);
+    if (rest != bytes) munmap(static_cast<char*>(block) + bytes, rest - bytes);
+#ifdef MADV_HUGEPAGE
+    madvise(block, bytes, MADV_HUGEPAGE);
+#endif
+    return block;
+}
+
+void free_large(void* block, std::size_t bytes) { munmap(block, bytes); }
+
 }  // namespace orvix::core
