@@ -56,6 +56,18 @@ TEST(DefaultHash, MultipliesBy33AndAddsEachByte) {
     EXPECT_EQ(default_hash("abcdefghij", 10), 2179095703U);
 }
 
+TEST(DefaultHash, IsTheSameForAllLengthsAsByteByByte) {
+    std::string text;
+    for (std::uint32_t i = 0; i < 100; ++i) text.push_back(static_cast<char>(i * 151 + 7));
+    for (std::size_t begin = 0; begin < 8; ++begin) {
+        std::uint32_t expected = 0;
+        for (std::size_t length = 0; begin + length < text.size(); ++length) {
+            ASSERT_EQ(default_hash(text.data() + begin, length), expected) << begin << ", " << length;
+            expected = expected * 33 + static_cast<unsigned char>(text[begin + length]);
+        }
+    }
+}
+
 TEST(CheckText, IsTwelveBytesWithItsZero) { EXPECT_EQ(sizeof check_text, 12U); }
 
 TEST(Header, StandsMostSignificantByteFirst) {

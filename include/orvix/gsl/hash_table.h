@@ -104,9 +104,11 @@ struct htab : HashHeader {
     std::uint32_t big_key_bytes;    ///< size of the block at `big_key`
     std::uint32_t scan_address;     ///< overflow address of the page at which the scan stands, 0 for the bucket's own
     HashCycleGuard scan_guard;      ///< over the chain in which the scan stands
+    bool may_change;                ///< whether the store was opened to be changed
     bool keep_every_pair;           ///< see `orvix::gsl::hash_keep_every_pair`
     void* slabs;                    ///< blocks of memory that hold the buffers
-    _bufhead* spare_buffers;        ///< buffers of the newest block that were never used
+    char* spare_buffers;            ///< memory of the newest block that no buffer has taken yet
+    std::uint32_t spare_count;      ///< how many buffers it holds
     _bufhead* left_pinned;          ///< a bucket that a failed operation left pinned
 };
 

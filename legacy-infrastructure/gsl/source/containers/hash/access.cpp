@@ -1,6 +1,7 @@
 #include "containers/hash/pairs.h"
 #include "containers/prefetch.h"
 
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <limits>
@@ -38,18 +39,45 @@ struct Position {
     std::uint32_t index;  // of the pair, or of the entry that is marked
 };
 
-Position find_on_page(const Page& page, const Needle& key) {
-    constexpr std::uint32_t low_half = 0xffff;
-    const std::uint32_t n = page.entry_words();
-    std::uint32_t end = page.size();
-    for (std::uint32_t i = 1; i < n; i += 2) {
-        const std::uint32_t key_begin = page.word(i);
-        const std::uint32_t value_begin = page.word(i + 1);
-        if (value_begin < MARK_PAIR_MIN) return {Result::marked, i};
-        if (((end - key_begin) & low_half) == key.size() && key.equals(page.data(key_begin))) return {Result::found, i};
-        end = value_begin;
+constexpr std::uint32_t batch = 8;  // entries that are looked at together
+
+// Tells which of the entries from `index` on have keys of a length, one bit each. The length of a key is the word
+// before its own less its own: the end of the entry in front less the key's offset. Only the first entry of a page is
+// another matter. Words behind the last entry are looked at too, and lie in the page. Without branches, and in loops
+// that a compiler turns into a few instructions on many words at once.
+std::uint32_t keys_of_length(const Page& page, std::uint32_t index, std::uint16_t length) {
+    constexpr std::array<std::uint16_t, 2 * batch> bits{1, 0, 2, 0, 4, 0, 8, 0, 16, 0, 32, 0, 64, 0, 128, 0};
+    std::array<std::uint16_t, 2 * batch> ends;
+    std::array<std::uint16_t, 2 * batch> begins;
+    page.copy_words(index - 1, ends);
+    page.copy_words(index, begins);
+    if (index == 1) ends[0] = static_cast<std::uint16_t>(page.size());
+    std::uint16_t found = 0;
+    for (std::size_t i = 0; i < bits.size(); ++i) {
+        const auto bytes = static_cast<std::uint16_t>(ends[i] - begins[i]);
+        found = static_cast<std::uint16_t>(found | (bytes == length ? bits[i] : 0));
     }
-    return {Result::absent, 0};
+    return found;
+}
+
+// Keys of the right length are found without a branch for each entry, which nobody could foretell.
+Position find_on_page(const Page& page, const Needle& key) {
+    const std::uint32_t n = page.entry_words();
+    if (page.is_big()) return {Result::marked, 1};
+    const bool has_link = page.has_link();
+    const std::uint32_t pairs = n / 2 - (has_link ? 1 : 0);
+    if (key.size() < page.size()) {
+        for (std::uint32_t first = 0; first < pairs; first += batch) {
+            const std::uint32_t index = 1 + 2 * first;
+            std::uint32_t found = keys_of_length(page, index, static_cast<std::uint16_t>(key.size()));
+            if (pairs - first < batch) found &= (1U << (pairs - first)) - 1;
+            for (; found != 0; found &= found - 1) {
+                const std::uint32_t at = index + 2 * static_cast<std::uint32_t>(std::countr_zero(found));
+                if (key.equals(page.data(page.word(at)))) return {Result::found, at};
+            }
+        }
+    }
+    return has_link ? Position{Result::marked, n - 1} : Position{Result::absent, 0};
 }
 
 // Goes along a chain to the page with a key, or to its last page.

@@ -1,6 +1,8 @@
 #include "containers/hash/format.h"
 
 #include <cassert>
+#include <cstring>
+#include <type_traits>
 
 namespace orvix::gsl::hash {
 
@@ -64,18 +66,55 @@ bool has_sound_overflow_pages(const HashHeader& header) {
     return true;
 }
 
+// The hash of a text is that of its first byte times 33, plus the second byte, all of it times 33 and so on. Eight
+// bytes are taken at once.
+constexpr std::uint32_t factor = 33;
+constexpr std::size_t block_bytes = 8;
+
+constexpr std::uint32_t power(std::size_t exponent) {
+    std::uint32_t result = 1;
+    for (; exponent != 0; --exponent) result *= factor;
+    return result;
+}
+constexpr std::array<std::uint32_t, block_bytes> powers{power(0), power(1), power(2), power(3),
+                                                        power(4), power(5), power(6), power(7)};
+
+// Eight bytes as a number, the first one lowest.
+std::uint64_t load_block(const unsigned char* bytes) {
+    std::uint64_t block = 0;
+    if constexpr (std::endian::native == std::endian::little) {
+        std::memcpy(&block, bytes, sizeof block);
+    } else {
+        for (std::size_t i = block_bytes; i-- != 0;) block = block << 8 | bytes[i];
+    }
+    return block;
+}
+
+// Neighbours are joined to numbers of twice their width, which have room for the sums: bytes to 16 bits, these to 32.
+std::uint32_t hash_of_block(std::uint64_t bytes) {
+    constexpr std::uint64_t low_bytes = 0x00ff00ff00ff00ff;
+    constexpr std::uint64_t low_halves = 0x0000ffff0000ffff;
+    const std::uint64_t pairs = (bytes & low_bytes) * power(1) + (bytes >> 8 & low_bytes);
+    const std::uint64_t fours = (pairs & low_halves) * power(2) + (pairs >> 16 & low_halves);
+    return static_cast<std::uint32_t>(fours) * power(4) + static_cast<std::uint32_t>(fours >> 32);
+}
+
 }  // namespace
 
 std::uint32_t default_hash(const void* bytes, std::size_t length) {
-    constexpr std::uint32_t m = 33;
     const auto* at = static_cast<const unsigned char*>(bytes);
-    std::uint32_t h = 0;
-    // Four steps at once: the products of the bytes do not wait for each other.
-    for (; length >= 4; length -= 4, at += 4) {
-        h = h * (m * m * m * m) + (at[0] * (m * m * m) + at[1] * (m * m) + at[2] * m + at[3]);
+    std::uint32_t hash = 0;
+    if (length < block_bytes) {
+        for (const auto* const end = at + length; at != end; ++at) hash = hash * factor + *at;
+        return hash;
     }
-    for (; length != 0; --length, ++at) h = h * m + *at;
-    return h;
+    for (; length >= block_bytes; length -= block_bytes, at += block_bytes) {
+        hash = hash * power(block_bytes) + hash_of_block(load_block(at));
+    }
+    // The rest is taken out of the last eight bytes, whose first ones are made zeros.
+    const std::uint64_t last = load_block(at + length - block_bytes);
+    const std::uint64_t rest = length == 0 ? 0 : last >> (8 * (block_bytes - length)) << (8 * (block_bytes - length));
+    return hash * powers[length] + hash_of_block(rest);
 }
 
 std::array<unsigned char, header_bytes> encode(const HashHeader& header) {

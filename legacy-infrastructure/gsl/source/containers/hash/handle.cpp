@@ -34,7 +34,7 @@ bool is_one_of(std::uint32_t flags, std::initializer_list<std::uint32_t> accepte
 
 int remove(__db* db, const DBT* key, std::uint32_t flags) {
     if (db == nullptr || key == nullptr || !is_one_of(flags, {0, 1})) return fail(db, EINVAL);
-    if (!may_change(table_of(db))) return fail(db, EPERM);
+    if (!table_of(db)->may_change) return fail(db, EPERM);
     return access(table_of(db), Action::remove, *key, nullptr);
 }
 
@@ -47,7 +47,7 @@ int put(__db* db, const DBT* key, const DBT* value, std::uint32_t flags) {
     if (db == nullptr || key == nullptr || value == nullptr || !is_one_of(flags, {0, hash_keep_existing})) {
         return fail(db, EINVAL);
     }
-    if (!may_change(table_of(db))) return fail(db, EPERM);
+    if (!table_of(db)->may_change) return fail(db, EPERM);
     DBT stored = *value;
     return access(table_of(db), flags == hash_keep_existing ? Action::put_new : Action::put, *key, &stored);
 }

@@ -59,6 +59,11 @@ public:
         const auto low_half = static_cast<std::uint16_t>(value);
         std::memcpy(bytes_ + std::size_t{word_bytes} * i, &low_half, sizeof low_half);
     }
+    template <std::size_t count>
+    void copy_words(std::uint32_t first, std::array<std::uint16_t, count>& words) const {
+        assert(word_bytes * (first + count) <= size_);
+        std::memcpy(words.data(), bytes_ + word_bytes * first, word_bytes * count);
+    }
     std::string_view bytes(std::uint32_t begin, std::uint32_t end) const {
         assert(begin <= end && end <= size_);
         return {bytes_ + begin, end - begin};

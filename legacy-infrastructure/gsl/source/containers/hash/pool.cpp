@@ -2,6 +2,8 @@
 
 #include "containers/hash/page.h"
 
+#include <orvix/core/memory.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -14,51 +16,65 @@ namespace {
 constexpr std::uint32_t least_buffers = 6;
 
 // A slab is a block of memory for several buffers. Each buffer's record stands directly before its page, so that the
-// record and the page's first words share a line of the processor's cache; the slabs are chained through their start.
+// record and the page's first words share a line of the processor's cache. The slabs are chained through their start,
+// and each is twice as large as the one before it.
 constexpr std::size_t line_bytes = 64;
-constexpr std::size_t slab_bytes = std::size_t{128} << 10;
+constexpr std::size_t first_slab_bytes = std::size_t{64} << 10;
+constexpr std::size_t most_slab_bytes = 2 * core::large_page_bytes;
 constexpr std::align_val_t slab_alignment{line_bytes};
 
 struct Slab {
     Slab* next;
+    std::size_t bytes;
 };
+
+bool is_large(std::size_t bytes) { return bytes % core::large_page_bytes == 0; }
+
+void* allocate_slab(std::size_t bytes) {
+    void* const block =
+        is_large(bytes) ? core::allocate_large(bytes) : ::operator new(bytes, slab_alignment, std::nothrow);
+    if (block == nullptr) errno = ENOMEM;
+    return block;
+}
+
+void free_slab(Slab* slab) {
+    if (is_large(slab->bytes)) {
+        core::free_large(slab, slab->bytes);
+    } else {
+        ::operator delete(slab, slab_alignment);
+    }
+}
 
 std::size_t stride_of(const htab* table) { return table->page_size + line_bytes; }
 
-void* allocate_slab(std::size_t buffers, std::size_t stride) {
-    return ::operator new(line_bytes + buffers * stride, slab_alignment, std::nothrow);
+// No more than the budget allows, as long as there is any.
+std::size_t bytes_of_next_slab(const htab* table) {
+    const auto* const last = static_cast<const Slab*>(table->slabs);
+    const std::size_t grown = last == nullptr ? first_slab_bytes : std::min(2 * last->bytes, most_slab_bytes);
+    const auto buffers = static_cast<std::size_t>(std::max(table->buffer_budget, 1));
+    return std::max(std::min(grown, line_bytes + buffers * stride_of(table)), line_bytes + stride_of(table));
 }
 
-// Fills the list of spare buffers, which are chained through `next`.
 bool add_slab(htab* table) {
-    const std::size_t stride = stride_of(table);
-    const auto wanted = static_cast<std::size_t>(std::max(table->buffer_budget, 1));
-    std::size_t buffers = std::clamp<std::size_t>(wanted, 1, std::max<std::size_t>(slab_bytes / stride, 1));
-    void* block = allocate_slab(buffers, stride);
+    std::size_t bytes = bytes_of_next_slab(table);
+    void* block = allocate_slab(bytes);
     if (block == nullptr) {
-        buffers = 1;
-        block = allocate_slab(buffers, stride);
+        bytes = line_bytes + stride_of(table);
+        block = allocate_slab(bytes);
     }
-    if (block == nullptr) {
-        errno = ENOMEM;
-        return false;
-    }
-    table->slabs = new (block) Slab{static_cast<Slab*>(table->slabs)};
-    char* at = static_cast<char*>(block) + line_bytes;
-    for (std::size_t i = 0; i < buffers; ++i, at += stride) {
-        auto* const buffer = new (at) _bufhead{};
-        buffer->page = at + sizeof(_bufhead);
-        buffer->next = table->spare_buffers;
-        table->spare_buffers = buffer;
-    }
+    if (block == nullptr) return false;
+    table->slabs = new (block) Slab{static_cast<Slab*>(table->slabs), bytes};
+    table->spare_buffers = static_cast<char*>(block) + line_bytes;
+    table->spare_count = static_cast<std::uint32_t>((bytes - line_bytes) / stride_of(table));
     return true;
 }
 
 _bufhead* allocate(htab* table) {
-    if (table->spare_buffers == nullptr) add_slab(table);
-    _bufhead* const buffer = table->spare_buffers;
-    if (buffer == nullptr) return nullptr;
-    table->spare_buffers = buffer->next;
+    if (table->spare_count == 0 && !add_slab(table)) return nullptr;
+    auto* const buffer = new (table->spare_buffers) _bufhead{};
+    buffer->page = table->spare_buffers + sizeof(_bufhead);
+    table->spare_buffers += stride_of(table);
+    --table->spare_count;
     char* const page = buffer->page;
     std::memset(static_cast<void*>(page), 0xff, table->page_size);
     if (table->buffer_budget > 0) --table->buffer_budget;
@@ -170,11 +186,12 @@ void free_pool(htab* table) {
     auto* slab = static_cast<Slab*>(table->slabs);
     while (slab != nullptr) {
         Slab* const next = slab->next;
-        ::operator delete(slab, slab_alignment);
+        free_slab(slab);
         slab = next;
     }
     table->slabs = nullptr;
     table->spare_buffers = nullptr;
+    table->spare_count = 0;
     table->bufhead.prev = table->bufhead.next = &table->bufhead;
 }
 

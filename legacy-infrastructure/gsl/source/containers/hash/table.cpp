@@ -151,11 +151,6 @@ bool is_missing(const char* file) {
 
 }  // namespace
 
-bool may_change(const htab* table) {
-    const core::OpenFlags system = core::open_flags();
-    return (table->flags & system.access) == system.read_write;
-}
-
 htab* open_table(const char* file, int flags, int mode, const HASHINFO* info) {
     const core::OpenFlags system = core::open_flags();
     if ((flags & system.access) == system.write_only) {
@@ -174,7 +169,8 @@ htab* open_table(const char* file, int flags, int mode, const HASHINFO* info) {
     const bool has_cache_bytes = info != nullptr && info->cache_bytes != 0;
     __buf_init(table.get(), has_cache_bytes ? info->cache_bytes : default_cache_bytes);
     table->created = is_new ? 1 : 0;
-    table->writable_file = file != nullptr && may_change(table.get()) ? 1 : 0;
+    table->may_change = (flags & system.access) == system.read_write;
+    table->writable_file = file != nullptr && table->may_change ? 1 : 0;
     table->scan_bucket = -1;
     return table.release();
 }

@@ -14,9 +14,6 @@ bool close_table(htab* table);
 // Writes what the file lacks.
 bool sync_table(htab* table);
 
-// True if the store was opened to be changed.
-bool may_change(const htab* table);
-
 // Opens a store with flags that are not looked at any further.
 __db* open_store(const char* file, int flags, int mode, const HASHINFO* info);
 
