@@ -22,18 +22,11 @@ inline Block load(const void* at) {
     return block;
 }
 
-// The same byte sixteen times, to be loaded.
-class Repeated {
-public:
-    Repeated() = default;
-    explicit Repeated(unsigned char byte) { bytes_.fill(byte); }
-
-    Block block() const { return load(bytes_.data()); }
-    unsigned char byte() const { return bytes_[0]; }
-
-private:
-    std::array<unsigned char, block_bytes> bytes_;
-};
+inline Block filled_with(unsigned char byte) {
+    Block block;
+    std::memset(&block, byte, block_bytes);
+    return block;
+}
 
 using Halves = std::uint64_t __attribute__((vector_size(block_bytes)));
 

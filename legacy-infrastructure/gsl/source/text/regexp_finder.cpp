@@ -1,10 +1,8 @@
 #include "text/regexp_finder.h"
 
-#include "text/regexp_blocks.h"
 #include "text/regexp_rarity.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace orvix::gsl::text::regexp {
 
@@ -21,6 +19,20 @@ unsigned least_frequency(std::string_view text) {
     unsigned least = frequency_of(text[0]);
     for (const char c : text) least = std::min(least, frequency_of(c));
     return least;
+}
+
+// Where the so many neighbours in a text begin that are the rarest together.
+std::size_t rarest_neighbours(std::string_view text, std::size_t count) {
+    const auto frequency_at = [text, count](std::size_t i) {
+        unsigned product = 1;
+        for (const char c : text.substr(i, count)) product *= frequency_of(c);
+        return product;
+    };
+    std::size_t best = 0;
+    for (std::size_t i = 1; i + count <= text.size(); ++i) {
+        if (frequency_at(i) < frequency_at(best)) best = i;
+    }
+    return best;
 }
 
 // What the second byte of a success may be, or more; the zero byte if it may be of one byte alone. Looks at no more
@@ -48,19 +60,6 @@ ByteSet second_bytes(const Step* step, int choices) {
 
 }  // namespace
 
-// ---------------------------------------------------------------------------------------------------------------------
-// Learning
-
-Finder::Pair Finder::rarest_pair(std::string_view text) {
-    const auto frequency_at = [text](std::size_t i) { return frequency_of(text[i]) * frequency_of(text[i + 1]); };
-    std::size_t best = 0;
-    for (std::size_t i = 1; i + 1 < text.size(); ++i) {
-        if (frequency_at(i) < frequency_at(best)) best = i;
-    }
-    const auto repeated = [text](std::size_t i) { return Repeated(static_cast<unsigned char>(text[i])); };
-    return {repeated(best), repeated(best + 1), best};
-}
-
 void Finder::learn(char c) {
     kind_ = Kind::text;
     text_[0] = c;
@@ -71,7 +70,7 @@ void Finder::learn(const Step* entry) {
     const Step* const step = behind_passes(entry);
     if (learn_text(step)) return;
     if (step->op == Op::run && learn_run(step)) return;
-    if (step->op == Op::choice && learn_pairs(step)) return;
+    if (step->op == Op::choice && learn_texts(step)) return;
     learn_set(entry);
 }
 
@@ -112,45 +111,71 @@ bool Finder::learn_run(const Step* run) {
     return true;
 }
 
-// Alternatives that all begin with two bytes of text at least: what they have in common, if that is as much; else the
-// rarest pair of each stands for it. No pair is further from the start than the shortest text goes, so that all are
-// looked for at the same positions.
-bool Finder::learn_pairs(const Step* choice) {
-    std::array<const Step*, most_pairs> steps{choice};  // alternatives, from `waiting` on
-    std::size_t waiting = 0;
+// Alternatives that all begin with two bytes of text at least.
+bool Finder::learn_texts(const Step* choice) {
+    Alternatives alternatives{choice};
     std::size_t count = 1;
-    std::array<char, longest_text> common;
-    std::size_t common_size = longest_text;
     std::size_t shortest = longest_text;
-    while (waiting < count) {
-        const Step* const step = behind_passes(steps[waiting]);
-        if (step->op == Op::choice && !step->is_loop && count < most_pairs) {
-            steps[waiting] = step->operand;
-            steps[count++] = step->next;
+    for (std::size_t i = 0; i < count;) {
+        const Step* const step = behind_passes(alternatives[i]);
+        if (step->op == Op::choice && !step->is_loop && count < most_samples) {
+            alternatives[i] = step->operand;
+            alternatives[count++] = step->next;
             continue;
         }
         shortest = std::min(shortest, copy_text(step));
         if (shortest < 2) return false;
-        if (waiting++ == 0) common = text_;
-        const auto end = common.begin() + static_cast<std::ptrdiff_t>(std::min(common_size, shortest));
-        common_size =
-            static_cast<std::size_t>(std::mismatch(common.begin(), end, text_.begin()).first - common.begin());
+        ++i;
     }
-    if (common_size >= 2) {
-        text_ = common;
-        needle_ = Needle({text_.data(), common_size});
-        kind_ = Kind::text;
-        return true;
+    if (!learn_common_text(alternatives, count)) {
+        learn_samples(alternatives, count, shortest);
+        learn_first_bytes(choice);
     }
-    for (std::size_t i = 0; i < count; ++i) {
-        copy_text(steps[i]);
-        pairs_[i] = rarest_pair({text_.data(), shortest});
-    }
-    reach_ = static_cast<unsigned char>(shortest);
-    count_ = static_cast<unsigned char>(count);
-    learn_first_bytes(choice);
-    kind_ = Kind::pairs;
     return true;
+}
+
+// What all begin with, if that is two bytes or more.
+bool Finder::learn_common_text(const Alternatives& alternatives, std::size_t count) {
+    std::size_t size = copy_text(alternatives[0]);
+    const auto common = text_;
+    for (std::size_t i = 1; i < count; ++i) {
+        const std::string_view text(text_.data(), copy_text(alternatives[i]));
+        size = std::min(size, text.size());
+        const auto end = common.begin() + static_cast<std::ptrdiff_t>(size);
+        size = static_cast<std::size_t>(std::mismatch(common.begin(), end, text.begin()).first - common.begin());
+    }
+    if (size < 2) return false;
+    kind_ = Kind::text;
+    text_ = common;
+    needle_ = Needle({text_.data(), size});
+    return true;
+}
+
+// A sample is no further from the start than the shortest text goes, so that all are looked for at the same positions.
+// Three bytes are worth their time where two of them would be found too often.
+void Finder::learn_samples(const Alternatives& alternatives, std::size_t count, std::size_t shortest) {
+    kind_ = Kind::texts;
+    reach_ = static_cast<unsigned char>(shortest);
+    learn_samples_of(2, alternatives, count, shortest);
+    unsigned often = 0;  // in a million bytes
+    for (std::size_t i = 0; i < count_; ++i)
+        often += frequency_of(samples_[i].bytes[0]) * frequency_of(samples_[i].bytes[1]);
+    constexpr unsigned too_often = 500;
+    if (often > too_often && shortest > 2) learn_samples_of(3, alternatives, count, shortest);
+}
+
+void Finder::learn_samples_of(unsigned char bytes, const Alternatives& alternatives, std::size_t count,
+                              std::size_t shortest) {
+    sample_bytes_ = bytes;
+    count_ = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        copy_text(alternatives[i]);
+        const std::size_t distance = rarest_neighbours({text_.data(), shortest}, bytes);
+        Sample sample{{}, static_cast<unsigned char>(distance)};
+        std::copy_n(text_.data() + distance, bytes, sample.bytes.begin());
+        const auto end = samples_.begin() + count_;
+        if (std::find(samples_.begin(), end, sample) == end) samples_[count_++] = sample;
+    }
 }
 
 void Finder::learn_first_bytes(const Step* entry) {
@@ -159,132 +184,25 @@ void Finder::learn_first_bytes(const Step* entry) {
     second_ = second_bytes(entry, few_choices);
 }
 
-// The first byte, in as many ranges as blocks are worth it; not if such bytes stand everywhere.
+// The first byte; in ranges if those are few and their bytes not too common.
 void Finder::learn_set(const Step* entry) {
     constexpr unsigned common = 150;
     if (entry->first.has('\0')) return;
     kind_ = Kind::members;
     learn_first_bytes(entry);
     if (frequency_of(first_) > common) return;
-    count_ = 0;
-    int last = -2;
     bool is_too_many = false;
     first_.for_each([&](char c) {
         const auto byte = static_cast<unsigned char>(c);
-        if (byte == last + 1) {
-            Range& range = ranges_[count_ - std::size_t{1}];
-            range.span = Repeated(static_cast<unsigned char>(byte - range.low.byte()));
-        } else if (count_ < most_ranges) {
-            ranges_[count_++] = {Repeated(byte), Repeated(0)};
+        if (first_.has(static_cast<char>(byte - 1))) {
+            ++ranges_[count_ - std::size_t{1}].span;
+        } else if (count_ < most_ranges && !is_too_many) {
+            ranges_[count_++] = {byte, 0};
         } else {
             is_too_many = true;
-            return;
         }
-        last = byte;
     });
     if (!is_too_many) kind_ = Kind::ranges;
-}
-
-// ---------------------------------------------------------------------------------------------------------------------
-// Finding
-
-class Finder::PairTest {
-public:
-    explicit PairTest(const Finder& finder) : finder_(finder) {}
-
-    Hits operator()(const char* at) const {
-        Hits hits{};
-        for (std::size_t i = 0; i < finder_.count_; ++i) {
-            const Pair& pair = finder_.pairs_[i];
-            const char* const place = at + pair.distance;
-            hits |= (load(place) == pair.first.block()) & (load(place + 1) == pair.second.block());
-        }
-        return hits;
-    }
-    bool is_hit(const char* at) const { return finder_.first_.has(*at); }
-
-private:
-    const Finder& finder_;
-};
-
-class Finder::RangeTest {
-public:
-    explicit RangeTest(const Finder& finder) : finder_(finder) {}
-
-    Hits operator()(const char* at) const {
-        const Block block = load(at);
-        Hits hits{};
-        for (std::size_t i = 0; i < finder_.count_; ++i) {
-            const Range& range = finder_.ranges_[i];
-            hits |= block - range.low.block() <= range.span.block();
-        }
-        return hits;
-    }
-    bool is_hit(const char* at) const { return finder_.first_.has(*at); }
-
-private:
-    const Finder& finder_;
-};
-
-const char* Finder::find(const char* at, bool is_near) const {
-    switch (kind_) {
-        case Kind::text:
-            return needle_.find(at);
-        case Kind::in_front:
-            return find_in_front(at);
-        case Kind::run:
-            return find_run(at);
-        case Kind::pairs:
-            return is_near && settle_near(&at) ? at : find_in_blocks(at, reach_, PairTest(*this));
-        case Kind::ranges:
-            return find_range(at);
-        case Kind::members:
-            return find_member(at);
-        default:
-            return at;
-    }
-}
-
-const char* Finder::find_in_front(const char* at) const {
-    const char* hit = needle_.find(at);
-    while (hit != nullptr && hit - at < in_front_) hit = needle_.find(hit + 1);
-    return hit != nullptr ? hit - in_front_ : nullptr;
-}
-
-// The run that ends at the first text begins as far in front of it as its bytes go.
-const char* Finder::find_run(const char* at) const {
-    for (const char* hit = at; (hit = needle_.find(hit)) != nullptr; ++hit) {
-        const char* start = hit;
-        while (start > at && first_.has(start[-1])) --start;
-        if (hit - start >= in_front_) return start;
-    }
-    return nullptr;
-}
-
-// Looks at a few positions one by one: the next match is often near, and blocks want some preparation. True if that
-// settles it, with the position in `at`, or null there.
-bool Finder::settle_near(const char** at) const {
-    constexpr int few = 16;
-    for (int i = 0; i < few; ++i, ++*at) {
-        if (begins_at(*at)) return true;
-        if (**at != '\0') continue;
-        *at = nullptr;
-        return true;
-    }
-    return false;
-}
-
-const char* Finder::find_range(const char* at) const {
-    if (settle_near(&at)) return at;
-    while ((at = find_in_blocks(at, 1, RangeTest(*this))) != nullptr && !begins_at(at)) ++at;
-    return at;
-}
-
-const char* Finder::find_member(const char* at) const {
-    for (; !begins_at(at); ++at) {
-        if (*at == '\0') return nullptr;
-    }
-    return at;
 }
 
 }  // namespace orvix::gsl::text::regexp

@@ -13,25 +13,27 @@ namespace {
 class PairTest {
 public:
     PairTest(std::string_view text, std::size_t first, std::size_t second)
-        : first_(first), second_(second), first_byte_(at(text, first)), second_byte_(at(text, second)) {}
+        : first_(first),
+          second_(second),
+          first_byte_(text[first]),
+          second_byte_(text[second]),
+          first_block_(filled_with(static_cast<unsigned char>(first_byte_))),
+          second_block_(filled_with(static_cast<unsigned char>(second_byte_))) {}
 
     std::size_t reach() const { return std::max(first_, second_) + 1; }
 
     Hits operator()(const char* at) const {
-        return (load(at + first_) == first_byte_.block()) & (load(at + second_) == second_byte_.block());
+        return (load(at + first_) == first_block_) & (load(at + second_) == second_block_);
     }
-    bool is_hit(const char* at) const {
-        return static_cast<unsigned char>(at[first_]) == first_byte_.byte() &&
-               static_cast<unsigned char>(at[second_]) == second_byte_.byte();
-    }
+    bool is_hit(const char* at) const { return at[first_] == first_byte_ && at[second_] == second_byte_; }
 
 private:
-    static unsigned char at(std::string_view text, std::size_t i) { return static_cast<unsigned char>(text[i]); }
-
     std::size_t first_;
     std::size_t second_;
-    Repeated first_byte_;
-    Repeated second_byte_;
+    char first_byte_;
+    char second_byte_;
+    Block first_block_;
+    Block second_block_;
 };
 
 }  // namespace

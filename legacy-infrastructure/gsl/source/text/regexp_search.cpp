@@ -3,6 +3,7 @@
 #include "text/regexp_lockstep.h"
 #include "text/regexp_plan.h"
 #include "text/regexp_program.h"
+#include "text/regexp_starts.h"
 
 #include <orvix/gsl/regular_expressions.h>
 
@@ -27,8 +28,9 @@ public:
     int run() {
         if (plan_.is_anchored) return run_at_start();
         if (lacks_required_text()) return fail_without_try();
-        const char* const start = plan_.finder.find(subject_);
-        return start != nullptr ? run_from(start) : fail_without_try();
+        Starts starts(plan_.finder);
+        const char* const start = starts.find(subject_);
+        return start != nullptr ? run_from(start, &starts) : fail_without_try();
     }
 
 private:
@@ -42,7 +44,7 @@ private:
         return 0;
     }
 
-    int run_from(const char* at) {
+    int run_from(const char* at, Starts* starts) {
         clear();
         Backtracker backtracker(subject_, places());
         do {
@@ -50,7 +52,7 @@ private:
             if (outcome == Outcome::match) return note_match(at, backtracker.end());
             if (outcome == Outcome::given_up) return run_in_lockstep(at, false);
             if (plan_.steps.groups > 0) clear();
-            at = next_start(at);
+            at = next_start(at, starts);
         } while (at != nullptr);
         return 0;
     }
@@ -75,12 +77,12 @@ private:
     }
 
     // Where to try next, once a match at `at` has failed.
-    const char* next_start(const char* at) const {
+    const char* next_start(const char* at, Starts* starts) const {
         // What follows a run at the start has failed behind each of its bytes: the rest of the run can be left out.
         if (entry_->op == Op::run) {
             while (entry_->operand->first.has(*at)) ++at;
         }
-        return *at != '\0' ? plan_.finder.find_next(at + 1) : nullptr;
+        return *at != '\0' ? starts->find(at + 1) : nullptr;
     }
 
     int run_in_lockstep(const char* from, bool is_anchored) try {
