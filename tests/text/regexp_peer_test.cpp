@@ -1,11 +1,14 @@
 // The same searches by the library and by PCRE2, whose language holds this one but for a few spellings.
 #include <gtest/gtest.h>
+#include <support/buffer.h>
+#include <support/random_text.h>
 #include <support/regexp_match_model.h>
 #include <support/regexp_pattern_model.h>
 #include <support/regexp_random.h>
 #include <support/regexp_record.h>
 
 #include <cstddef>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -15,6 +18,7 @@
 #define PCRE2_CODE_UNIT_WIDTH 8
 #include <pcre2.h>
 
+using namespace orvix::test;
 using namespace orvix::test::regexp;
 
 namespace {
@@ -116,6 +120,44 @@ TEST(Pcre2, FindsTheSameOnRandomPatternsAndSubjects) {
         }
     }
     EXPECT_GT(matches, 10000);
+}
+
+// One match after the other, in memory of exactly the subject's size. Patterns of all the kinds that differ in how the
+// places are found where a match may start.
+TEST(Pcre2, FindsAllTheSameInLongSubjects) {
+    const char* const patterns[] = {
+        "Q",         "net",          "(ne)t",        "abcabcabcd", "[0-9]ohm",    "[a-z][a-z]Q", "[a-z]+ing",
+        "[a-c]*net", "[0-9]+\\.",    "one|two|six",  "(ab|bc)n",   "Qa|Zb|Xc|Yd", "qa|zb|xc|yd", "on|off|no|yes|maybe",
+        "[0-9]+",    "[xyz]",        "[A-Z][a-z]*",  "[^a-z]",     "[aeiou][^a]", "(a|b|[cd]e)", "[ab]?[0-9]",
+        "x*Q",       "x*abn",        "a*b*[0-9]Q?",  ".Q",         "a+b",         "(a+b)+n",     "([a-c]+) of",
+        "cab|cabin", "abcd|abce|ab", "[a-z]+[0-9]Q", "[ .]*Q$",    "[0-9]ohm|Q",  "(one|two)?Q",
+    };
+    const char* const words[] = {"a",   "b", "ab", "abc", "cab", "one",   "two ", "net", "1",    "47.11", "5ohm",
+                                 "ing", "n", "Q",  "Qa",  "xc",  "maybe", " of ", ".",   "\xe4", "xx",    "bcn"};
+    RandomText random(10);
+    int matches = 0;
+    for (int i = 0; i < 6000; ++i) {
+        const char* const pattern = patterns[random.number(std::size(patterns) - 1)];
+        SCOPED_TRACE(pattern);
+        const Record record(pattern);
+        const Peer peer(pattern);
+        std::string subject;
+        const bool is_dense = random.coin();
+        for (std::size_t length = random.number(700); subject.size() < length;) {
+            if (!is_dense) subject += std::string(random.number(200), random.coin() ? 'e' : ' ');
+            subject += words[random.number(std::size(words) - 1)];
+        }
+        SCOPED_TRACE(subject);
+        Buffer buffer(subject);
+        for (std::size_t at = 0; at <= subject.size();) {
+            const std::optional<Places> expected = peer.search(subject.substr(at));
+            ASSERT_EQ(record.search(buffer.get() + at), expected);
+            if (!expected) break;
+            at += expected->at(0)->second + (expected->at(0)->second == 0 ? 1 : 0);
+            ++matches;
+        }
+    }
+    EXPECT_GT(matches, 50000);
 }
 
 TEST(Pcre2, FindsTheSameInLinesOfABoardFile) {

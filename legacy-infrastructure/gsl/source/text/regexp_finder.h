@@ -20,8 +20,9 @@ public:
     // A match goes through these steps.
     void learn(const Step* entry);
 
-    // A text that is part of every match, if that is what is looked for.
-    std::string_view text() const { return needle_.text(); }
+    // A text that is part of every match, if that is what is looked for; else an empty one.
+    const Needle& needle() const { return needle_; }
+    bool begins_with_text() const { return kind_ == Kind::text; }
 
 private:
     friend class Starts;

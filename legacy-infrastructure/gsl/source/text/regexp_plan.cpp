@@ -94,7 +94,7 @@ void learn_where_to_look(const __gsl_regexp* record, const Program& program, Pla
     plan->finder.learn(entry);
     if (record->regmust != nullptr) {
         plan->required = Needle({record->regmust, static_cast<std::size_t>(record->regmlen)});
-    } else if (plan->finder.text().empty()) {
+    } else if (plan->finder.needle().is_empty()) {
         const std::string_view text = required_text(program);
         if (!text.empty()) plan->required = Needle(text);
     }

@@ -28,9 +28,9 @@ public:
     int run() {
         if (plan_.is_anchored) return run_at_start();
         if (lacks_required_text()) return fail_without_try();
-        Starts starts(plan_.finder);
-        const char* const start = starts.find(subject_);
-        return start != nullptr ? run_from(start, &starts) : fail_without_try();
+        // Most searches that fail do it here, and want no more.
+        const char* const at = plan_.finder.begins_with_text() ? plan_.finder.needle().find(subject_) : subject_;
+        return at != nullptr ? run_from(at) : fail_without_try();
     }
 
 private:
@@ -44,7 +44,10 @@ private:
         return 0;
     }
 
-    int run_from(const char* at, Starts* starts) {
+    int run_from(const char* at) {
+        Starts starts(plan_.finder);
+        at = starts.find(at);
+        if (at == nullptr) return fail_without_try();
         clear();
         Backtracker backtracker(subject_, places());
         do {
@@ -52,7 +55,7 @@ private:
             if (outcome == Outcome::match) return note_match(at, backtracker.end());
             if (outcome == Outcome::given_up) return run_in_lockstep(at, false);
             if (plan_.steps.groups > 0) clear();
-            at = next_start(at, starts);
+            at = next_start(at, &starts);
         } while (at != nullptr);
         return 0;
     }
@@ -60,7 +63,8 @@ private:
     // The finder may look for that text anyway.
     bool lacks_required_text() const {
         const Needle& required = plan_.required;
-        return !required.is_empty() && required.text() != plan_.finder.text() && required.find(subject_) == nullptr;
+        return !required.is_empty() && required.text() != plan_.finder.needle().text() &&
+               required.find(subject_) == nullptr;
     }
 
     // Nothing was worth a try. The record keeps its places if its own hints say so, and else is cleared: they leave
@@ -69,7 +73,7 @@ private:
         if (record_->regmust != nullptr) {
             if (plan_.required.find(subject_) == nullptr) return 0;
         } else if (record_->regstart != '\0') {
-            if (plan_.finder.text().size() == 1 || !has_places()) return 0;
+            if (plan_.finder.needle().text().size() == 1 || !has_places()) return 0;
             if (std::strchr(subject_, record_->regstart) == nullptr) return 0;
         }
         clear();

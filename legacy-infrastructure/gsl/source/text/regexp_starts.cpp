@@ -45,7 +45,7 @@ private:
     const Block* blocks_;
 };
 
-const char* Starts::find_other(const char* at) {
+const char* Starts::find(const char* at) {
     switch (finder_.kind_) {
         case Kind::text:
             return finder_.needle_.find(at);

@@ -14,14 +14,13 @@ public:
     explicit Starts(const Finder& finder) : finder_(finder) {}
 
     // The first position from `at` on where a match may start; null if there is none.
-    const char* find(const char* at) { return finder_.kind_ == Kind::text ? finder_.needle_.find(at) : find_other(at); }
+    const char* find(const char* at);
 
 private:
     using Kind = Finder::Kind;
     class SampleTest;
     class RangeTest;
 
-    const char* find_other(const char* at);
     const char* find_in_front(const char* at) const;
     const char* find_run(const char* at) const;
     const char* find_sample(const char* at);
