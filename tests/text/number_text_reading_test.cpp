@@ -164,6 +164,10 @@ TEST(GparseAstodbl, TiesGoToTheEvenNumber) {
         expect_nearest(digits, 0);
         expect_nearest(std::string(digits) + "000", -3);
     }
+    expect_nearest("450359962737049625", -2);
+    expect_nearest("450359962737049675", -2);
+    expect_nearest("2251799813685248125", -3);
+    expect_nearest("2251799813685248375", -3);
     // Halfway between neighbours, and the last digit to either side of it.
     for (unsigned seed = 0; seed < 2000; ++seed) {
         RandomText random(seed);
@@ -175,6 +179,18 @@ TEST(GparseAstodbl, TiesGoToTheEvenNumber) {
         std::string below = digits;
         --below.back();  // which is a 5
         expect_nearest(below + '9', exponent - 1);
+    }
+}
+
+TEST(GparseAstodbl, GivesTheNearestNumberNextToTies) {
+    for (unsigned seed = 0; seed < 20000; ++seed) {
+        SCOPED_TRACE(seed);
+        RandomText random(seed);
+        const std::uint64_t mantissa = (std::uint64_t{1} << 52) + random.number((std::uint64_t{1} << 52) - 1);
+        const int exponent = static_cast<int>(random.number(150)) - 130;
+        const ExactDecimal tie = ExactDecimal::binary(2 * mantissa + 1, exponent);
+        const int decimals = 16 + static_cast<int>(random.number(2)) - tie.exponent();
+        expect_nearest(tie.rounded(decimals), -decimals);
     }
 }
 

@@ -2,11 +2,14 @@
 
 #include <orvix/core/numbers.h>
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdlib>
 #include <iterator>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <system_error>
 
 namespace orvix::gsl::text {
@@ -35,6 +38,55 @@ Conversion convert_with_library(std::string_view text) {
     return {value, static_cast<std::size_t>(end - copy)};
 }
 
+// Three ways to mantissa * 10^power. All leave the rounding to the machine, which makes doubles of integers of 63 bits
+// to nearest, ties to even. What follows such an integer counts no more than that it is there, and its last bit can
+// tell.
+
+constexpr int integer_width = 63;
+
+double rounded(std::uint64_t integer, bool more, int exponent) {
+    return static_cast<double>(static_cast<std::int64_t>(integer | (more ? 1 : 0))) * power_of_two(exponent);
+}
+
+double multiplied(std::uint64_t mantissa, int power) {
+    const uint128 product = uint128{mantissa} * powers_of_five[static_cast<std::size_t>(power)];
+    const int surplus = std::max(bit_width(product) - integer_width, 0);
+    const auto front = static_cast<std::uint64_t>(product >> surplus);
+    return rounded(front, uint128{front} << surplus != product, power + surplus);
+}
+
+double divided(std::uint64_t mantissa, int power) {
+    const std::uint64_t divisor = powers_of_five[static_cast<std::size_t>(power)];
+    const int shift = integer_width - 1 + bit_width(divisor) - bit_width(mantissa);
+    const uint128 dividend = uint128{mantissa} << shift;
+    const auto quotient = static_cast<std::uint64_t>(dividend / divisor);
+    return rounded(quotient, quotient * divisor != static_cast<std::uint64_t>(dividend), -power - shift);
+}
+
+// 2^(63 + bits of the power of five) divided by it and cut off, which makes 64 bits for all but the first.
+constexpr auto reciprocals_of_five = [] {
+    std::array<std::uint64_t, powers_of_five.size()> reciprocals{};
+    for (std::size_t i = 1; i < reciprocals.size(); ++i) {
+        const uint128 one = uint128{1} << (63 + bit_width(powers_of_five[i]));
+        reciprocals[i] = static_cast<std::uint64_t>(one / powers_of_five[i]);
+    }
+    return reciprocals;
+}();
+
+// A multiplication in place of the division. Both factors have 64 bits, and the front of their product has 63 or 64. It
+// is less than 2 below the quotient, which decides the rounding unless half a unit of the double lies between.
+std::optional<double> divided_by_reciprocal(std::uint64_t mantissa, int power) {
+    constexpr int precision = std::numeric_limits<double>::digits;
+    const auto index = static_cast<std::size_t>(power);
+    const int width = bit_width(mantissa);
+    const uint128 product = uint128{mantissa << (64 - width)} * reciprocals_of_five[index];
+    const auto front = static_cast<std::uint64_t>(product >> 64);
+    const std::uint64_t unit = std::uint64_t{1} << (bit_width(front) - precision);
+    const std::uint64_t rest = front % unit;
+    if (rest == unit / 2 - 1 || rest == unit / 2) return std::nullopt;
+    return rounded(front >> 1, true, width - bit_width(powers_of_five[index]) - power - 62);
+}
+
 }  // namespace
 
 Conversion convert_front(std::string_view text) {
@@ -58,24 +110,11 @@ double remote_power_of_ten(std::ptrdiff_t exponent) {
     return power;
 }
 
-// The machine rounds integers of 63 bits to the 53 of a double, to nearest, ties to even. What follows them counts no
-// more than that it is there, and that their last bit can tell.
 double scaled_by_ten(std::uint64_t mantissa, int power) {
-    constexpr int width = 63;
     if (mantissa == 0) return 0;
-    if (power >= 0) {
-        const uint128 product = uint128{mantissa} * powers_of_five[static_cast<std::size_t>(power)];
-        const int surplus = std::max(bit_width(product) - width, 0);
-        const auto front = static_cast<std::int64_t>(product >> surplus);
-        const bool more = uint128{static_cast<std::uint64_t>(front)} << surplus != product;
-        return static_cast<double>(front | (more ? 1 : 0)) * power_of_two(power + surplus);
-    }
-    const std::uint64_t divisor = powers_of_five[static_cast<std::size_t>(-power)];
-    const int shift = width - 1 + bit_width(divisor) - bit_width(mantissa);
-    const uint128 dividend = uint128{mantissa} << shift;
-    const auto quotient = static_cast<std::uint64_t>(dividend / divisor);
-    const bool more = quotient * divisor != static_cast<std::uint64_t>(dividend);
-    return static_cast<double>(static_cast<std::int64_t>(quotient | (more ? 1 : 0))) * power_of_two(power - shift);
+    if (power >= 0) return multiplied(mantissa, power);
+    const std::optional<double> quotient = divided_by_reciprocal(mantissa, -power);
+    return quotient ? *quotient : divided(mantissa, -power);
 }
 
 }  // namespace orvix::gsl::text
