@@ -1,9 +1,9 @@
 // Removing files, wildcards and trees.
 
 #include "files/ordinary_user.h"
-#include "files/small_stack.h"
 #include "files/trees.h"
 #include "files/unlistable_directory.h"
+#include "support/small_stack.h"
 #include "support/temporary_directory.h"
 
 #include <orvix/gsl/file_trees.h>

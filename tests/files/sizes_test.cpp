@@ -1,8 +1,8 @@
 // Sizes of files, trees and volumes.
 
 #include "files/ordinary_user.h"
-#include "files/small_stack.h"
 #include "files/trees.h"
+#include "support/small_stack.h"
 #include "support/temporary_directory.h"
 
 #include <orvix/gsl/files.h>

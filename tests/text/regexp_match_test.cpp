@@ -5,6 +5,7 @@
 #include <support/regexp_match_model.h>
 #include <support/regexp_random.h>
 #include <support/regexp_record.h>
+#include <support/small_stack.h>
 
 #include <cstddef>
 #include <optional>
@@ -217,6 +218,25 @@ TEST(Gsl_regexec, AFailedSearchWithoutTheRequiredTextLeavesTheRecordAlone) {
     EXPECT_EQ(gsl_regexec(record.get(), "xxa"), 0);
     EXPECT_EQ(record->startp[0], subject);
     EXPECT_EQ(record->endp[0], subject + 3);
+}
+
+TEST(Gsl_regexec, AFailedSearchWithoutTheRequiredTextOfAnAnchoredPatternLeavesTheRecordAlone) {
+    const Record record("(^a)?^ab");  // not anchored for the compiler
+    const char* const subject = "ab";
+    ASSERT_EQ(record->reganch, 0);
+    ASSERT_EQ(gsl_regexec(record.get(), subject), 1);
+    EXPECT_EQ(gsl_regexec(record.get(), "xxa"), 0);
+    EXPECT_EQ(record->startp[0], subject);
+    EXPECT_EQ(gsl_regexec(record.get(), "xab"), 0);
+    EXPECT_EQ(record->startp[0], nullptr);
+}
+
+TEST(Gsl_regexec, ALongChainOfRepeatsThatMayBeEmptyIsSearchedWithLittleStack) {
+    std::string pattern;
+    for (int i = 0; i < 4000; ++i) pattern += "x*";
+    const Record record((pattern + "[yz]").c_str());
+    EXPECT_TRUE(holds_on_small_stack([&] { return gsl_regexec(record.get(), "abxxxz") == 1; }));
+    EXPECT_EQ(record->startp[0][0], 'x');
 }
 
 TEST(Gsl_regexec, ARecordCanBeCopiedToKeepItsPlaces) {

@@ -36,22 +36,22 @@ std::size_t rarest_neighbours(std::string_view text, std::size_t count) {
 }
 
 // What the second byte of a success may be, or more; the zero byte if it may be of one byte alone. Looks at no more
-// than so many choices behind each other.
+// than so many choices and runs that may be empty behind each other.
 ByteSet second_bytes(const Step* step, int choices) {
+    step = behind_passes(step);
     switch (step->op) {
         case Op::byte:
         case Op::set:
             return step->next->first;
         case Op::text:
             return ByteSet::of(step->text()[1]);
-        case Op::pass:
-            return second_bytes(step->next, choices);
         case Op::choice:
             if (choices == 0) return ByteSet::all();
             return second_bytes(step->operand, choices - 1) | second_bytes(step->next, choices - 1);
         case Op::run: {
             const ByteSet behind_one = step->operand->first | step->next->first;
-            return step->detail > 0 ? behind_one : behind_one | second_bytes(step->next, choices);
+            if (step->detail > 0) return behind_one;
+            return choices == 0 ? ByteSet::all() : behind_one | second_bytes(step->next, choices - 1);
         }
         default:
             return ByteSet::all();

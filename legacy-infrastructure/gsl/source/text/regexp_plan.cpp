@@ -86,15 +86,15 @@ std::string_view required_text(const Program& program) {
 
 void learn_where_to_look(const __gsl_regexp* record, const Program& program, Plan* plan) {
     const Step*& entry = plan->steps.entry;
+    if (record->regmust != nullptr)
+        plan->required = Needle({record->regmust, static_cast<std::size_t>(record->regmlen)});
     plan->is_anchored = entry->is_anchored;
     if (plan->is_anchored) {
         if (entry->op == Op::start && entry->place == 0) entry = entry->next;  // it will be tried nowhere else
         return;
     }
     plan->finder.learn(entry);
-    if (record->regmust != nullptr) {
-        plan->required = Needle({record->regmust, static_cast<std::size_t>(record->regmlen)});
-    } else if (plan->finder.needle().is_empty()) {
+    if (plan->required.is_empty() && plan->finder.needle().is_empty()) {
         const std::string_view text = required_text(program);
         if (!text.empty()) plan->required = Needle(text);
     }

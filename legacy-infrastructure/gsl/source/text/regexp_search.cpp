@@ -26,10 +26,11 @@ public:
         : record_(record), plan_(plan), entry_(plan.steps.entry), subject_(subject) {}
 
     int run() {
-        if (plan_.is_anchored) return run_at_start();
         if (lacks_required_text()) return fail_without_try();
+        if (plan_.is_anchored) return run_at_start();
+        if (!plan_.finder.begins_with_text()) return run_from_start();
         // Most searches that fail do it here, and want no more.
-        const char* const at = plan_.finder.begins_with_text() ? plan_.finder.needle().find(subject_) : subject_;
+        const char* const at = plan_.finder.needle().find(subject_);
         return at != nullptr ? run_from(at) : fail_without_try();
     }
 
@@ -44,10 +45,19 @@ private:
         return 0;
     }
 
+    int run_from_start() {
+        Starts starts(plan_.finder);
+        const char* const at = starts.find(subject_);
+        return at != nullptr ? try_all(at, starts) : fail_without_try();
+    }
+
+    // A match may start there.
     int run_from(const char* at) {
         Starts starts(plan_.finder);
-        at = starts.find(at);
-        if (at == nullptr) return fail_without_try();
+        return try_all(at, starts);
+    }
+
+    int try_all(const char* at, Starts& starts) {
         clear();
         Backtracker backtracker(subject_, places());
         do {
@@ -55,7 +65,7 @@ private:
             if (outcome == Outcome::match) return note_match(at, backtracker.end());
             if (outcome == Outcome::given_up) return run_in_lockstep(at, false);
             if (plan_.steps.groups > 0) clear();
-            at = next_start(at, &starts);
+            at = next_start(at, starts);
         } while (at != nullptr);
         return 0;
     }
@@ -81,12 +91,12 @@ private:
     }
 
     // Where to try next, once a match at `at` has failed.
-    const char* next_start(const char* at, Starts* starts) const {
+    const char* next_start(const char* at, Starts& starts) const {
         // What follows a run at the start has failed behind each of its bytes: the rest of the run can be left out.
         if (entry_->op == Op::run) {
             while (entry_->operand->first.has(*at)) ++at;
         }
-        return *at != '\0' ? starts->find(at + 1) : nullptr;
+        return *at != '\0' ? starts.find(at + 1) : nullptr;
     }
 
     int run_in_lockstep(const char* from, bool is_anchored) try {
