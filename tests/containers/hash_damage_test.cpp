@@ -149,7 +149,11 @@ TEST_F(HashDamage, BigPairWhosePagesCloseOnThemselvesEnds) {
     const std::uint16_t second = word(page, 3);
     damage(page_of(second), 3, second);
     expect_all_fail("big");
-    expect_einval([](Store& store) { return __expand_table(store.table()); });
+    expect_einval([](Store& store) {
+        int result = 0;
+        for (int i = 0; i < 10 && result == 0; ++i) result = __expand_table(store.table());  // splits each bucket
+        return result;
+    });
     const std::string key(1000, 'k');
     make({{key, "v"}});
     const std::uint16_t key_page = word(first_page, 1);

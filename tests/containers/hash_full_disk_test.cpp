@@ -176,15 +176,17 @@ TEST_F(HashFullDiskDeathTest, PutWithoutMemoryForAPageFailsAndKeepsAllPairs) {
 TEST_F(HashFullDiskDeathTest, GetWithoutMemoryForABigValueFails) {
     expect_good_end([] {
         Store store = Store::in_memory(HASHINFO{256, 0, 0, 1U << 24, nullptr, 0});
-        const std::string large(std::size_t{6} << 20, 'x');
-        require(store.put("large", large) == 0, 3);
-        require(store.put("small", "value") == 0, 4);
+        // Growth splits bucket 0, so that nothing has put the large value together yet.
+        const std::string large = KeysOfBucket(store, 1).next(5);
+        const std::string small = KeysOfBucket(store, 0).next(5);
+        require(store.put(large, std::string(std::size_t{6} << 20, 'x')) == 0, 3);
+        require(store.put(small, "value") == 0, 4);
         take_all_memory();
         DBT value;
         errno = 0;
-        require(store.get_result("large", &value) == -1, 5);
+        require(store.get_result(large, &value) == -1, 5);
         require(errno == ENOMEM, 6);
-        require(store.get_result("small", &value) == 0, 7);
+        require(store.get_result(small, &value) == 0, 7);
     });
 }
 

@@ -24,16 +24,16 @@ protected:
         open(careful, read_write());
     }
 
-    // Three pages of one chain. The last one is not modified when b, on the first one, is replaced by a value for which
-    // that page has no room: it is squeezed onto the second page.
+    // Three pages of one chain: a and b, c, d. The second one is not modified when b is replaced by a value for which
+    // the first one has no room, and which is squeezed onto the second.
     void squeeze_a_pair(bool careful) {
         make(careful);
         store_.put("a", std::string(20, '1'));
         store_.put("b", std::string(18, '2'));
-        store_.put("c", std::string(20, '3'));
-        store_.put("d", std::string(28, '4'));
+        store_.put("c", std::string(12, '3'));
+        store_.put("d", std::string(34, '4'));
         reopen(careful);
-        store_.put("b", std::string(20, '5'));
+        store_.put("b", std::string(26, '5'));
     }
 
     const TemporaryDirectory directory_{TemporaryDirectory::Enter::yes};
@@ -43,7 +43,7 @@ protected:
 TEST_F(HashLosses, SqueezedPairIsGoneOnceItsPageWasNotWritten) {
     squeeze_a_pair(false);
     EXPECT_EQ(store_.table()->key_count, 3);
-    EXPECT_EQ(store_.get("b"), std::string(20, '5'));
+    EXPECT_EQ(store_.get("b"), std::string(26, '5'));
     reopen(false);
     EXPECT_EQ(store_.get("b"), std::nullopt);
     EXPECT_EQ(store_.scan().size(), 3U);
@@ -55,7 +55,7 @@ TEST_F(HashLosses, SqueezedPairIsKeptAndCountedIfAsked) {
     squeeze_a_pair(true);
     EXPECT_EQ(store_.table()->key_count, 4);
     reopen(true);
-    EXPECT_EQ(store_.get("b"), std::string(20, '5'));
+    EXPECT_EQ(store_.get("b"), std::string(26, '5'));
     EXPECT_EQ(store_.scan().size(), 4U);
     EXPECT_EQ(store_.close(), 0);
     expect_faultless(report_on_file("store"));
@@ -63,9 +63,9 @@ TEST_F(HashLosses, SqueezedPairIsKeptAndCountedIfAsked) {
 
 TEST_F(HashLosses, SqueezedPairStaysIfSomethingElseMarksItsPage) {
     squeeze_a_pair(false);
-    store_.put("c", std::string(19, '6'));  // on the same page
+    store_.put("c", std::string(11, '6'));  // on the same page
     reopen(false);
-    EXPECT_EQ(store_.get("b"), std::string(20, '5'));
+    EXPECT_EQ(store_.get("b"), std::string(26, '5'));
     EXPECT_EQ(store_.table()->key_count, 2);
 }
 
