@@ -158,6 +158,7 @@ TEST_F(HashBigPair, FindGivesTheIndexOrMinus2) {
     EXPECT_EQ(__find_bigpair(table_, page, 1, bytes(129).data(), 129), -2);
     EXPECT_EQ(__find_bigpair(table_, page, 1, bytes(100).data(), 100), -2);
     EXPECT_EQ(__find_bigpair(table_, page, 1, "", 0), -2);
+    EXPECT_EQ(__find_bigpair(table_, page, 1, "", -1), -2);
 }
 
 TEST_F(HashBigPair, FindGivesMinus3IfAPageIsDamaged) {
@@ -314,7 +315,8 @@ TEST_P(HashBigPairLengths, AreReadBackFromMemoryAndFromTheFile) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(PageSizes, HashBigPairLengths, testing::Values(64, 128));
+INSTANTIATE_TEST_SUITE_P(PageSizes, HashBigPairLengths, testing::Values(64, 128),
+                         [](const auto& tested) { return "page_" + std::to_string(tested.param); });
 
 TEST(HashBigPairLimits, ValueLargerThanThePoolIsReadWhole) {
     const TemporaryDirectory directory(TemporaryDirectory::Enter::yes);

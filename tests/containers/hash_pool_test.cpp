@@ -239,6 +239,27 @@ TEST_F(HashPages, NewOverflowPageIsFreshEvenWhereOldDataLies) {
     EXPECT_EQ(words_of(added, 3), (Words{0, 58, 64}));
 }
 
+TEST_F(HashPages, NewBucketIsFreshEvenWhereOldDataLies) {
+    // As a program leaves it that could not write the header which tells of the bucket.
+    write_at(8 + 64 + table_->spare_counts[6], std::string(64, '\x7f'));
+    table_->created = 0;
+    ASSERT_EQ(table_->top_bucket, 63U);
+    EXPECT_EQ(__expand_table(table_), 0);
+    EXPECT_EQ(words_of(bucket(64), 3), (Words{0, 58, 64}));
+}
+
+TEST_F(HashPages, ThatTheTableDoesNotHaveGiveEinval) {
+    for (const std::uint32_t address : {0U, 1U, (6U << 11) + 2000, (7U << 11) + 1, 0xffffffffU}) {
+        errno = 0;
+        EXPECT_EQ(__get_buf(table_, address, bucket(0), false), nullptr) << address;
+        EXPECT_EQ(errno, EINVAL);
+        EXPECT_EQ(get(false, address), -1) << address;
+        EXPECT_EQ(__put_page(table_, page_, address, false, false), -1) << address;
+    }
+    EXPECT_EQ(__get_buf(table_, 256, nullptr, false), nullptr);
+    EXPECT_EQ(__get_buf(table_, 0xffffffffU, nullptr, false), nullptr);
+}
+
 TEST_F(HashPages, FileThatIsGoneGivesTheErrorOfTheRead) {
     close(table_->fp);
     errno = 0;

@@ -340,6 +340,13 @@ TEST_F(HashTableOfOneBucket, EmptiedOverflowPageStaysInItsChain) {
     EXPECT_EQ(table_->key_count, 1);
 }
 
+TEST_F(HashTableOfOneBucket, AllPairsOfAFullPageAreFound) {
+    for (char key = 'a'; key <= 'j'; ++key) store_.put(std::string_view(&key, 1), "");
+    EXPECT_EQ(words(bucket(0)).front(), 20U);
+    for (char key = 'a'; key <= 'j'; ++key) EXPECT_EQ(store_.get(std::string_view(&key, 1)), "") << key;
+    EXPECT_EQ(store_.get("k"), std::nullopt);
+}
+
 TEST_F(HashTableOfOneBucket, RemovingWhatIsNoPairIsRefused) {
     store_.put("a", "1");
     errno = 0;
@@ -347,7 +354,9 @@ TEST_F(HashTableOfOneBucket, RemovingWhatIsNoPairIsRefused) {
     EXPECT_EQ(errno, EINVAL);
     __add_ovflpage(table_, bucket(0));
     EXPECT_EQ(__delpair(table_, bucket(0), 3), -1);
+    for (const std::int32_t index : {-1, 0, 2}) EXPECT_EQ(__delpair(table_, bucket(0), index), -1) << index;
     EXPECT_EQ(table_->key_count, 1);
+    EXPECT_EQ(store_.get("a"), "1");
 }
 
 TEST(HashTableLimits, StoreThatRunsOutOfPagesKeepsAllItTook) {

@@ -1,6 +1,7 @@
 #include "containers/hash/pairs.h"
 #include "containers/prefetch.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -19,12 +20,13 @@ public:
 
     std::size_t size() const { return key_.size(); }
 
-    bool equals(const char* other) const {
-        if (key_.size() < sizeof tail_) return key_.empty() || std::memcmp(other, key_.data(), key_.size()) == 0;
+    bool equals(std::string_view other) const {
+        if (other.size() != key_.size()) return false;
+        if (key_.size() < sizeof tail_) return other == key_;
         const std::size_t front = key_.size() - sizeof tail_;
         std::uint64_t tail;
-        std::memcpy(&tail, other + front, sizeof tail);
-        return tail == tail_ && std::memcmp(other, key_.data(), front) == 0;
+        std::memcpy(&tail, other.data() + front, sizeof tail);
+        return tail == tail_ && std::memcmp(other.data(), key_.data(), front) == 0;
     }
 
 private:
@@ -43,8 +45,8 @@ constexpr std::uint32_t batch = 8;  // entries that are looked at together
 
 // Tells which of the entries from `index` on have keys of a length, one bit each. The length of a key is the word
 // before its own less its own: the end of the entry in front less the key's offset. Only the first entry of a page is
-// another matter. Words behind the last entry are looked at too, and lie in the page. Without branches, and in loops
-// that a compiler turns into a few instructions on many words at once.
+// another matter. Words behind the last entry are looked at too. Without branches, and in loops that a compiler turns
+// into a few instructions on many words at once.
 std::uint32_t keys_of_length(const Page& page, std::uint32_t index, std::uint16_t length) {
     constexpr std::array<std::uint16_t, 2 * batch> bits{1, 0, 2, 0, 4, 0, 8, 0, 16, 0, 32, 0, 64, 0, 128, 0};
     std::array<std::uint16_t, 2 * batch> ends;
@@ -67,13 +69,18 @@ Position find_on_page(const Page& page, const Needle& key) {
     const bool has_link = page.has_link();
     const std::uint32_t pairs = n / 2 - (has_link ? 1 : 0);
     if (key.size() < page.size()) {
-        for (std::uint32_t first = 0; first < pairs; first += batch) {
+        const auto length = static_cast<std::uint32_t>(key.size());
+        // The words of a batch lie in the page: the last one begins with pairs that were looked at before, if need be.
+        const std::uint32_t last_batch = (page.words() - 1) / 2 - batch;
+        for (std::uint32_t next = 0; next < pairs; next += batch) {
+            const std::uint32_t first = std::min(next, last_batch);
             const std::uint32_t index = 1 + 2 * first;
-            std::uint32_t found = keys_of_length(page, index, static_cast<std::uint16_t>(key.size()));
+            std::uint32_t found = keys_of_length(page, index, static_cast<std::uint16_t>(length));
             if (pairs - first < batch) found &= (1U << (pairs - first)) - 1;
             for (; found != 0; found &= found - 1) {
                 const std::uint32_t at = index + 2 * static_cast<std::uint32_t>(std::countr_zero(found));
-                if (key.equals(page.data(page.word(at)))) return {Result::found, at};
+                const std::uint32_t begin = page.word(at);
+                if (key.equals(page.bytes(begin, begin + length))) return {Result::found, at};
             }
         }
     }
@@ -110,7 +117,7 @@ Position find_in_chain(htab* table, _bufhead** buffer, std::string_view key) {
 
 void take_value(const Page& page, std::uint32_t index, DBT* value) {
     const PairOnPage pair(page, index);
-    *value = {page.data(pair.value_begin), pair.key_begin - pair.value_begin};
+    *value = page.text(pair.value_begin, pair.key_begin);
 }
 
 // What an operation does once it stands on the page of the key, or on the last page of the chain.

@@ -115,7 +115,7 @@ bool read_value(htab* table, _bufhead* buffer, DBT* value, BigPairEnd* end) {
         if (!page.has_big_value_part()) return fail_damaged();
         const std::string_view part = page.big_value_part();
         if (page.free_bytes() != 0) {
-            *value = {page.data(Page::offset(page.word(4))), part.size()};
+            *value = page.text(Page::offset(page.word(4)), Page::offset(page.word(1)));
             return true;
         }
         if (!assembly.append(part)) return false;
@@ -124,7 +124,7 @@ bool read_value(htab* table, _bufhead* buffer, DBT* value, BigPairEnd* end) {
         _bufhead* const next = next_of_chain(table, buffer, &next_guard);
         if (next == nullptr) return false;
         if (has_empty_value_behind(page, Page(table, next))) {
-            *value = {page.data(page.size()), 0};
+            *value = page.text(page.size(), page.size());
             return true;
         }
     }
@@ -170,6 +170,7 @@ BigMatch compare_key(htab* table, _bufhead* buffer, std::string_view key) {
 using namespace orvix::gsl::hash;
 
 std::int32_t __find_bigpair(htab* table, _bufhead* buffer, std::int32_t index, const char* key, std::int32_t size) {
+    if (size < 0) return -2;
     switch (compare_key(table, buffer, {key, static_cast<std::size_t>(size)})) {
         case BigMatch::same:
             return index;

@@ -74,7 +74,7 @@ inline std::uint32_t overflow_address(std::uint32_t split, std::uint32_t number)
 inline bool is_allocated(const HashHeader& header, std::uint32_t address) {
     const std::uint32_t split = split_of(address);
     const std::uint32_t number = number_in_split(address);
-    return split <= header.spare_point && number != 0 &&
+    return split < most_split_points && split <= header.spare_point && number != 0 &&
            number <= header.spare_counts[split] - pages_before(header, split);
 }
 

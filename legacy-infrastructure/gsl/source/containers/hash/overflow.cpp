@@ -141,11 +141,14 @@ std::uint32_t allocate_address(htab* table) {
 }
 
 bool release_address(htab* table, std::uint32_t address) {
+    if (!is_chain_page(*table, address)) return false;
     table->free_hint = std::min(table->free_hint, overflow_bit(*table, address));
     return change_bit(table, address, clear_bit);
 }
 
-bool claim_address(htab* table, std::uint32_t address) { return change_bit(table, address, set_bit); }
+bool claim_address(htab* table, std::uint32_t address) {
+    return is_chain_page(*table, address) && change_bit(table, address, set_bit);
+}
 
 }  // namespace orvix::gsl::hash
 

@@ -64,9 +64,7 @@ void Page::remove(std::uint32_t index) {
     const std::uint32_t free = free_bytes();
     const PairOnPage pair(*this, index);
     const std::uint32_t length = pair.key_end - pair.value_begin;
-    if (pair.value_begin != lowest) {
-        std::memmove(bytes_ + lowest + length, bytes_ + lowest, pair.value_begin - lowest);
-    }
+    if (pair.value_begin != lowest) move_bytes(lowest, lowest + length, pair.value_begin - lowest);
     for (std::uint32_t i = index; i + 2 < n; i += 2) {
         const bool is_link = word(i + 3) == MARK_OVERFLOW;
         const std::uint32_t shift = is_link ? 0 : length;  // an address and a mark stay as they are
@@ -80,7 +78,7 @@ void Page::remove(std::uint32_t index) {
 void Page::move_entry(std::uint32_t from, std::uint32_t end, std::uint32_t to, std::uint32_t top) {
     const std::uint32_t shift = top - end;
     const std::uint32_t begin = word(from + 1);
-    if (shift != 0) std::memmove(bytes_ + begin + shift, bytes_ + begin, end - begin);
+    if (shift != 0) move_bytes(begin, top - (end - begin), end - begin);
     if (shift == 0 && from == to) return;
     set_word(to, word(from) + shift);
     set_word(to + 1, begin + shift);

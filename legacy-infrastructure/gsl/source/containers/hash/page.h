@@ -27,6 +27,7 @@
 
 #include "containers/hash/format.h"
 
+#include <algorithm>
 #include <cassert>
 #include <cstring>
 #include <string_view>
@@ -40,7 +41,10 @@ constexpr std::uint32_t link_room = 4;  // of the entry for a link, in reserve o
 // Bytes of the words of a page with so many words in entries.
 constexpr std::uint32_t words_end(std::uint32_t entry_words) { return word_bytes * (entry_words + 3); }
 
-// The page was checked by `is_sound` when it came from the file, or was made by these functions: they only assert.
+// Two lines of defence stand between a page's bytes and the memory around it. The words of a page are right: `is_sound`
+// looked at them once, when the page came from the file, and these functions keep them so. And no access leaves the
+// page, whatever its words are: an index of a word is folded into the page, whose size is a power of two, and texts are
+// cut to what lies in it. The first line makes results right, the second one only keeps a mistake from spreading.
 class Page {
 public:
     Page(char* bytes, std::uint32_t page_size) : bytes_(bytes), size_(page_size) {}
@@ -48,29 +52,35 @@ public:
 
     std::uint32_t size() const { return size_; }
 
+    std::uint32_t words() const { return size_ / word_bytes; }
     std::uint16_t word(std::uint32_t i) const {
-        assert(word_bytes * (i + 1) <= size_);
         std::uint16_t value;
-        std::memcpy(&value, bytes_ + std::size_t{word_bytes} * i, sizeof value);
+        std::memcpy(&value, place_of_word(i), sizeof value);
         return value;
     }
     void set_word(std::uint32_t i, std::uint32_t value) {
-        assert(word_bytes * (i + 1) <= size_);
         const auto low_half = static_cast<std::uint16_t>(value);
-        std::memcpy(bytes_ + std::size_t{word_bytes} * i, &low_half, sizeof low_half);
+        std::memcpy(place_of_word(i), &low_half, sizeof low_half);
     }
+    // Copies words from `first` on. A page holds more of them than `count`.
     template <std::size_t count>
-    void copy_words(std::uint32_t first, std::array<std::uint16_t, count>& words) const {
-        assert(word_bytes * (first + count) <= size_);
-        std::memcpy(words.data(), bytes_ + word_bytes * first, word_bytes * count);
+    void copy_words(std::uint32_t first, std::array<std::uint16_t, count>& copied) const {
+        static_assert(word_bytes * count < std::size_t{1} << least_page_shift);
+        constexpr auto length = static_cast<std::uint32_t>(count);
+        assert(first + length <= words());
+        const std::uint32_t from = std::min(first, words() - length);
+        std::memcpy(copied.data(), bytes_ + std::size_t{word_bytes} * from, word_bytes * count);
     }
     std::string_view bytes(std::uint32_t begin, std::uint32_t end) const {
         assert(begin <= end && end <= size_);
-        return {bytes_ + begin, end - begin};
+        const std::uint32_t last = std::min(end, size_);
+        const std::uint32_t first = std::min(begin, last);
+        return {bytes_ + first, last - first};
     }
-    char* data(std::uint32_t begin) const {
-        assert(begin <= size_);
-        return bytes_ + begin;
+    // The same for callers of the store, who get pointers that they are not to write through.
+    DBT text(std::uint32_t begin, std::uint32_t end) const {
+        const std::string_view text = bytes(begin, end);
+        return {bytes_ + (text.data() - bytes_), text.size()};
     }
 
     std::uint32_t entry_words() const { return word(0); }
@@ -146,9 +156,18 @@ private:
         set_word(entry_words() + 1, free);
         set_word(entry_words() + 2, low);
     }
+    char* place_of_word(std::uint32_t i) const {
+        assert(i < words());
+        return bytes_ + std::size_t{word_bytes} * (i & (words() - 1));
+    }
+    bool holds(std::uint32_t begin, std::size_t bytes) const { return begin <= size_ && bytes <= size_ - begin; }
     void copy_in(std::uint32_t begin, std::string_view text) {
-        assert(begin >= words_end(entry_words()) && begin + text.size() <= size_);
-        if (!text.empty()) std::memcpy(bytes_ + begin, text.data(), text.size());
+        assert(begin >= words_end(entry_words()) && holds(begin, text.size()));
+        if (!text.empty() && holds(begin, text.size())) std::memcpy(bytes_ + begin, text.data(), text.size());
+    }
+    void move_bytes(std::uint32_t from, std::uint32_t to, std::uint32_t count) {
+        assert(holds(from, count) && holds(to, count));
+        if (holds(from, count) && holds(to, count)) std::memmove(bytes_ + to, bytes_ + from, count);
     }
 
     char* bytes_;

@@ -59,6 +59,10 @@ PageKind kind_of(bool is_bucket, bool is_bitmap) {
 }  // namespace
 
 std::int64_t offset_of(const htab* table, std::uint32_t address, PageKind kind) {
+    if (kind != PageKind::bucket && !is_allocated(*table, address)) {
+        errno = EINVAL;
+        return -1;
+    }
     const std::uint64_t page =
         kind == PageKind::bucket ? page_of_bucket(*table, address) : page_of_address(*table, address);
     if (!lies_in_file(*table, page)) {

@@ -95,7 +95,8 @@ int __addel(htab* table, _bufhead* buffer, const DBT* key, const DBT* value) {
 int __delpair(htab* table, _bufhead* buffer, std::int32_t index) {
     Page page(table, buffer);
     const auto at = static_cast<std::uint32_t>(index);
-    if (at + 1 > page.entry_words() || page.word(at + 1) < MARK_PAIR_MIN) {
+    const bool is_entry = at % 2 != 0 && at < page.entry_words();
+    if (!is_entry || page.word(at + 1) < MARK_PAIR_MIN) {
         if (page.is_big()) return __big_delete(table, buffer);
         errno = EINVAL;
         return -1;

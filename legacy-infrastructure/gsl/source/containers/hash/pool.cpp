@@ -159,6 +159,19 @@ _bufhead* read_bucket(htab* table, std::uint32_t bucket) {
     return buffer;
 }
 
+_bufhead* make_bucket(htab* table, std::uint32_t bucket) {
+    HashSlot* const slot = slot_of(table, bucket);
+    _bufhead* buffer = buffer_of(*slot);
+    if (buffer == nullptr) {
+        buffer = acquire(table, bucket, nullptr);
+        if (buffer == nullptr) return nullptr;
+        *slot = reinterpret_cast<HashSlot>(buffer) | (*slot & slot_flags);
+    }
+    buffer->ovfl = nullptr;
+    Page(table, buffer).make_fresh();
+    return buffer;
+}
+
 _bufhead* fetch_overflow(htab* table, std::uint32_t address, _bufhead* previous) {
     _bufhead* const known = previous->ovfl;
     if (known != nullptr && known->addr == address && (known->flags & BUFFER_BUCKET) == 0) {
@@ -219,6 +232,13 @@ int __buf_free(htab* table, bool do_free, bool to_disk) {
 }
 
 _bufhead* __get_buf(htab* table, std::uint32_t address, _bufhead* previous, bool new_page) {
+    const bool is_known = previous == nullptr
+                              ? address >> table->seg_shift < static_cast<std::uint32_t>(table->seg_count)
+                              : is_allocated(*table, address);
+    if (!is_known) {
+        errno = EINVAL;
+        return nullptr;
+    }
     if (previous == nullptr) return fetch_bucket(table, address);
     return new_page ? make_overflow(table, address, previous) : fetch_overflow(table, address, previous);
 }

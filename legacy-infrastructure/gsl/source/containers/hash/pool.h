@@ -56,6 +56,9 @@ inline _bufhead* fetch_bucket(htab* table, std::uint32_t bucket) {
     return buffer;
 }
 
+// The first page of a bucket that is new: fresh, whatever the file has in its place.
+_bufhead* make_bucket(htab* table, std::uint32_t bucket);
+
 // The page of a chain behind `previous`.
 _bufhead* fetch_overflow(htab* table, std::uint32_t address, _bufhead* previous);
 

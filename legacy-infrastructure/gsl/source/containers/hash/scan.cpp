@@ -94,8 +94,8 @@ void take_regular_pair(htab* table, DBT* key, DBT* value) {
     const Page page(table, table->scan_page);
     const auto index = static_cast<std::uint32_t>(table->scan_index);
     const PairOnPage pair(page, index);
-    *key = {page.data(pair.key_begin), pair.key_end - pair.key_begin};
-    *value = {page.data(pair.value_begin), pair.key_begin - pair.value_begin};
+    *key = page.text(pair.key_begin, pair.key_end);
+    *value = page.text(pair.value_begin, pair.key_begin);
     table->scan_index += 2;
     if (index + 2 > page.entry_words()) move_to_next_bucket(table);
 }

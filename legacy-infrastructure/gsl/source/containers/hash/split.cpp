@@ -11,18 +11,18 @@ namespace {
 
 // Makes room in the directory for one more segment.
 bool grow_directory(htab* table, std::uint32_t segment) {
+    if (segment >= table->dir_capacity) {
+        const std::size_t capacity = 2 * std::size_t{table->dir_capacity};
+        void* const larger = std::realloc(table->dir, capacity * sizeof(HashSlot*));
+        if (larger == nullptr) return false;
+        table->dir = static_cast<HashSlot**>(larger);
+        table->dir_capacity = static_cast<std::uint32_t>(capacity);
+    }
     if (segment >= table->dir_size) {
         // The files say so: the size that is stored is that of the doubled directory in bytes.
         constexpr std::uint32_t pointer_bytes = 8;
         table->dir_size = 2 * table->dir_size * pointer_bytes;
     }
-    if (segment < table->dir_capacity) return true;
-    const std::uint32_t capacity = 2 * table->dir_capacity;
-    if (capacity == 0) return false;  // beyond 32 bits
-    void* const larger = std::realloc(table->dir, capacity * sizeof(HashSlot*));
-    if (larger == nullptr) return false;
-    table->dir = static_cast<HashSlot**>(larger);
-    table->dir_capacity = capacity;
     return true;
 }
 
@@ -82,7 +82,7 @@ int __split_page(htab* table, std::uint32_t old_bucket, std::uint32_t new_bucket
     _bufhead* const old_first = fetch_bucket(table, old_bucket);
     if (old_first == nullptr) return -1;
     pin(old_first);
-    _bufhead* const new_first = fetch_bucket(table, new_bucket);
+    _bufhead* const new_first = make_bucket(table, new_bucket);
     if (new_first == nullptr) {
         unpin(old_first);
         return -1;
@@ -90,8 +90,6 @@ int __split_page(htab* table, std::uint32_t old_bucket, std::uint32_t new_bucket
     pin(new_first);
     mark_modified(old_first);
     mark_modified(new_first);
-    Page(table, new_first).make_fresh();
-    new_first->ovfl = nullptr;
     const Split split{table, old_bucket, old_first, new_first};
     const Page old_page(table, old_first);
     const bool is_simple = !old_page.has_link() && old_page.takes_regular_pairs();
