@@ -153,6 +153,7 @@ struct Damage {
     const char* what;
     std::function<void(HashHeader&)> inflict;
 };
+void PrintTo(const Damage& damage, std::ostream* out) { *out << damage.what; }
 
 std::string name_of(const testing::TestParamInfo<Damage>& tested) { return tested.param.what; }
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -239,6 +240,7 @@ struct Case {
     bool sound;
     bool sound_as_bucket;
 };
+void PrintTo(const Case& found, std::ostream* out) { *out << found.what; }
 
 std::string name_of(const testing::TestParamInfo<Case>& tested) { return tested.param.what; }
 

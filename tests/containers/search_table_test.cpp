@@ -29,8 +29,13 @@ std::string find(std::string key) {
 
 class SearchTable : public testing::Test {
 protected:
-    void SetUp() override { ASSERT_NE(hcreate(10), 0); }
+    void SetUp() override {
+        table_ = reinterpret_cast<__db*>(hcreate(10));
+        ASSERT_NE(table_, nullptr);
+    }
     void TearDown() override { hdestroy(); }
+
+    __db* table_ = nullptr;
 };
 
 TEST(SearchTableThatIsNotThere, FindsAndTakesNothing) {
@@ -123,6 +128,7 @@ TEST_F(SearchTable, DestroyingTwiceDoesNothingTheSecondTime) {
 }
 
 TEST_F(SearchTable, NewTableIsEmptyAndTheOldOneStaysOpen) {
+    hdestroy();
     auto* const old = reinterpret_cast<__db*>(hcreate(10));
     enter("key", "data");
     ASSERT_NE(hcreate(10), 0);
@@ -136,11 +142,13 @@ TEST_F(SearchTable, NewTableIsEmptyAndTheOldOneStaysOpen) {
 
 TEST_F(SearchTable, GrowsPastItsExpectedCountAndSpillsToAFile) {
     const orvix::test::TemporaryDirectory directory(orvix::test::TemporaryDirectory::Enter::yes);
+    EXPECT_EQ(table_->fd(table_), -1);
     constexpr int count = 20000;
     for (int i = 0; i < count; ++i) {
         ASSERT_NE(enter("key" + std::to_string(i), "data of " + std::to_string(i)), nullptr) << i;
     }
     for (int i = 0; i < count; ++i) ASSERT_EQ(find("key" + std::to_string(i)), "data of " + std::to_string(i));
+    EXPECT_NE(table_->fd(table_), -1);
     EXPECT_TRUE(std::filesystem::is_empty("."));
     hdestroy();
 }
