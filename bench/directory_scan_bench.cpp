@@ -80,7 +80,7 @@ void sizes_ours(benchmark::State& state) {
             if (entry->d_name[0] == '.') continue;
             file.resize(directory);
             file.append(entry->d_name, entry->d_namlen);
-            _stat64 status;
+            orvix::core::FileStatus status;
             if (gsl_stat_64(file.c_str(), &status) == 0) bytes += status.st_size;
         }
         orvix::gsl::closedir(scan);

@@ -101,7 +101,7 @@ TEST_F(UnbufferedFile, IsTheSameUnderAllItsNames) {
 
 TEST_F(UnbufferedFile, TakesTimesFromAStatus) {
     File file = File::open_to_write(Path("f"));
-    _stat64 status{};
+    orvix::core::FileStatus status{};
     status.st_atim = {.tv_sec = 1000000000, .tv_nsec = 1};
     status.st_mtim = {.tv_sec = 1100000000, .tv_nsec = 123456789};
     EXPECT_TRUE(file.set_times(status));

@@ -142,18 +142,18 @@ TEST_F(DirectoryScan, TheLongestNameOfTheHostFits) {
 }
 
 TEST_F(GslStat, ABareDriveIsLookedAtAsItsRoot) {
-    _stat64i32 drive;
-    _stat64i32 root;
+    orvix::core::FileStatus32 drive;
+    orvix::core::FileStatus32 root;
     ASSERT_EQ(gsl_stat("c:", &drive), 0);
     ASSERT_EQ(gsl_stat("c:\\", &root), 0);
     EXPECT_EQ(drive.st_ino, root.st_ino);
-    _stat64i32 here;
+    orvix::core::FileStatus32 here;
     ASSERT_EQ(gsl_stat(".", &here), 0);
     EXPECT_NE(drive.st_ino, here.st_ino);
 }
 
 TEST_F(GslStat, ASeparatorAtTheEndOfADirectoryIsIgnored) {
-    _stat64i32 record;
+    orvix::core::FileStatus32 record;
     EXPECT_EQ(gsl_stat("dir/", &record), 0);
     EXPECT_EQ(gsl_stat("dir\\", &record), 0);
     EXPECT_TRUE(gsl_stat_is_dir(&record));
@@ -162,7 +162,7 @@ TEST_F(GslStat, ASeparatorAtTheEndOfADirectoryIsIgnored) {
 TEST_F(GslStat, ASeparatorAtTheEndOfAFileIsIgnoredToo) { EXPECT_EQ(gsl_stat("dir/a/", nullptr), 0); }
 
 TEST_F(GslStat, ANullNameFails) {
-    _stat64i32 record;
+    orvix::core::FileStatus32 record;
     EXPECT_EQ(gsl_stat(nullptr, &record), -1);
     EXPECT_EQ(gsl_stat_64(nullptr, nullptr), -1);
 }
@@ -174,7 +174,7 @@ TEST_F(GslStat, ANullRecordOnlyTestsExistence) {
 }
 
 TEST_F(GslStat, AMissingNameFailsWithEnoent) {
-    _stat64i32 record;
+    orvix::core::FileStatus32 record;
     errno = 0;
     EXPECT_EQ(gsl_stat("missing/", &record), -1);
     EXPECT_EQ(errno, ENOENT);
@@ -182,8 +182,8 @@ TEST_F(GslStat, AMissingNameFailsWithEnoent) {
 }
 
 TEST_F(GslStat, TheRecordTellsSizeAndTimes) {
-    _stat64i32 narrow;
-    _stat64 wide;
+    orvix::core::FileStatus32 narrow;
+    orvix::core::FileStatus wide;
     ASSERT_EQ(gsl_stat("dir/b", &narrow), 0);
     ASSERT_EQ(gsl_stat_64("dir\\b", &wide), 0);
     EXPECT_EQ(narrow.st_size, 2);
@@ -192,7 +192,7 @@ TEST_F(GslStat, TheRecordTellsSizeAndTimes) {
 }
 
 TEST_F(GslStat, OnlyTheDirectoryBitsMakeADirectory) {
-    _stat64i32 record{};
+    orvix::core::FileStatus32 record{};
     for (const unsigned type : {0U, 010000U, 020000U, 060000U, 0100000U, 0120000U, 0140000U}) {
         record.st_mode = type | 0777U;
         EXPECT_FALSE(gsl_stat_is_dir(&record)) << type;

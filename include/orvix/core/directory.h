@@ -64,7 +64,7 @@ public:
 
     /// Reads the status of what an entry leads to.
     /// @return 0, or -1
-    int status(const char* entry, ::_stat64* status) const;
+    int status(const char* entry, FileStatus* status) const;
 
     /// Opens an entry to be read, as `File::open_to_read` does.
     File open_to_read(const char* entry) const;
@@ -99,7 +99,7 @@ public:
     bool is_held() const;
 
     /// Ends `let_go`, with the same directory opened once more.
-    /// @return false, with `errno` `ESTALE`, if it is another one
+    /// @return false, with `errno` `ENOENT`, if it is another one
     bool take_hold(Directory same);
 
 private:

@@ -41,7 +41,7 @@ public:
     bool is_open() const { return handle_ != -1; }
 
     /// What the system told of the file when it was opened. All zero for a file that is known to have been made then.
-    const ::_stat64& status() const { return status_; }
+    const FileStatus& status() const { return status_; }
 
     /// True if both are one and the same file, under whatever names. A file that was just made is the same as no other.
     bool is_same_file(const File& other) const;
@@ -64,7 +64,7 @@ public:
 
     /// Gives the file the access and the modification time of a status record, as exact as the record has them.
     /// @return true on success
-    bool set_times(const ::_stat64& status);
+    bool set_times(const FileStatus& status);
 
     /// Closes the file.
     /// @return false if the system reports a failure: what was written may be lost
@@ -75,7 +75,7 @@ private:
 
     std::intptr_t handle_ = -1;
     std::uint64_t bytes_read_ = 0;
-    ::_stat64 status_{};
+    FileStatus status_{};
 };
 
 }  // namespace orvix::core

@@ -19,25 +19,46 @@ using _stat64 = struct stat;
 
 namespace orvix::core {
 
+#if defined(_WIN32)
+/// The platform's status record with a 64-bit size. (There a function bears the same name and hides it.)
+using FileStatus = struct ::_stat64;
+/// The platform's status record with a 32-bit size.
+using FileStatus32 = struct ::_stat64i32;
+#else
+/// The platform's status record with a 64-bit size.
+using FileStatus = struct stat;
+/// The platform's status record with a 32-bit size, where there is one.
+using FileStatus32 = struct stat;
+#endif
+
 /// Reads the status of what a name leads to, with a 64-bit size.
 ///
 /// @param name    file or directory
 /// @param status  receives the status; not null
 /// @return 0, or -1 with `errno` set and the record unspecified
-ORVIX_CORE_API int read_status(const Path& name, ::_stat64* status);
+ORVIX_CORE_API int read_status(const Path& name, FileStatus* status);
 
-#if defined(_WIN32)
-/// The same with a 32-bit size.
-ORVIX_CORE_API int read_status(const Path& name, ::_stat64i32* status);
-ORVIX_CORE_API int read_status_utf8(std::string_view name, ::_stat64i32* status);
-#endif
+/// True if a status is that of a directory.
+inline bool is_directory(const FileStatus& status) { return S_ISDIR(status.st_mode); }
 
 /// Tells whether a name exists, links followed, without reading its status.
 /// @return 0, or -1 with `errno` set
 ORVIX_CORE_API int test_existence(const Path& name);
 
 /// The same as `read_status` on the text of a name, for callers that ask for many.
-ORVIX_CORE_API int read_status_utf8(std::string_view name, ::_stat64* status);
+ORVIX_CORE_API int read_status_utf8(std::string_view name, FileStatus* status);
+
+#if defined(_WIN32)
+/// The same with a 32-bit size: a larger file is told to have the largest that it holds.
+inline int read_status_utf8(std::string_view name, FileStatus32* status) {
+    FileStatus wide;
+    if (read_status_utf8(name, &wide) != 0) return -1;
+    *status = {wide.st_dev,  wide.st_ino, wide.st_mode,  wide.st_nlink, wide.st_uid,  wide.st_gid,
+               wide.st_rdev, INT32_MAX,   wide.st_atime, wide.st_mtime, wide.st_ctime};
+    if (wide.st_size < INT32_MAX) status->st_size = static_cast<std::int32_t>(wide.st_size);
+    return 0;
+}
+#endif
 
 /// The same as `test_existence` on the text of a name, for callers that test many.
 ORVIX_CORE_API int test_existence_utf8(std::string_view name);

@@ -66,11 +66,11 @@ ORVIX_GSL_API int closedir(_dirdesc* scan);
 /// @param record  receives the status, with sizes of 32 bits where the platform has two widths; null only tests whether
 ///                the name exists
 /// @return 0, or -1 with `errno` set
-ORVIX_GSL_API int gsl_stat(const char* name, _stat64i32* record);
+ORVIX_GSL_API int gsl_stat(const char* name, orvix::core::FileStatus32* record);
 
 /// The same as `gsl_stat` with sizes of 64 bits.
-ORVIX_GSL_API int gsl_stat_64(const char* name, _stat64* record);
+ORVIX_GSL_API int gsl_stat_64(const char* name, orvix::core::FileStatus* record);
 
 /// @param record  status of a file; not null
 /// @return true if it is that of a directory
-ORVIX_GSL_API bool gsl_stat_is_dir(const _stat64i32* record);
+ORVIX_GSL_API bool gsl_stat_is_dir(const orvix::core::FileStatus32* record);

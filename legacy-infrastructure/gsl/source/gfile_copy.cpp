@@ -30,7 +30,7 @@ struct NamedFile {
     const char* name;
 
     bool exists() const {
-        _stat64 status;
+        orvix::core::FileStatus status;
         return gsl_stat_64(name, &status) == 0;
     }
     File open_to_read() const { return File::open_to_read(name); }
@@ -43,7 +43,7 @@ struct Entry {
     const char* name;
 
     bool exists() const {
-        _stat64 status;
+        orvix::core::FileStatus status;
         return directory.status(name, &status) == 0;
     }
     File open_to_read() const { return directory.open_to_read(name); }

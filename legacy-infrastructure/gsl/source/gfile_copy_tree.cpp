@@ -3,8 +3,8 @@
 #include "gfile_wildcard.h"
 
 #include <orvix/core/directory_chain.h>
+#include <orvix/core/file_status.h>
 #include <orvix/core/path.h>
-#include <orvix/gsl/directory_scan.h>
 #include <orvix/gsl/file_names.h>
 #include <orvix/gsl/file_trees.h>
 #include <orvix/gsl/files.h>
@@ -63,9 +63,9 @@ private:
     std::optional<bool> leads_to_directory(const Directory::Entry& entry) const {
         if (entry.kind == FileKind::regular) return false;
         if (entry.kind == FileKind::directory) return true;
-        _stat64 status;
+        orvix::core::FileStatus status;
         if (source_.current().status(entry.name, &status) != 0) return std::nullopt;
-        return gsl_stat_is_dir(&status);
+        return orvix::core::is_directory(status);
     }
 
     // From here on current() is the entry. A link may lead back to what is being copied, or to what is being written:

@@ -33,7 +33,7 @@ std::size_t bytes_before_entry(std::string_view directory) {
 
 int type_word(const std::string& name) {
     constexpr unsigned type_mask = 0xf000;
-    _stat64i32 status;
+    orvix::core::FileStatus32 status;
     if (gsl_stat(name.c_str(), &status) != 0) return 0;
     return static_cast<int>(static_cast<unsigned>(status.st_mode) & type_mask);
 }

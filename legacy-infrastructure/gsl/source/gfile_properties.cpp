@@ -29,8 +29,8 @@ bool gfile_is_executable(const char* name) { return gfile_is_readable(name); }
 bool gfile_is_writable(const char* name) { return is_accessible(name, may_write); }
 
 bool gfile_is_file_older(const char* first, const char* second) {
-    _stat64i32 of_first;
-    _stat64i32 of_second;
+    orvix::core::FileStatus32 of_first;
+    orvix::core::FileStatus32 of_second;
     if (gsl_stat(first, &of_first) != 0 || gsl_stat(second, &of_second) != 0) return false;
     return of_first.st_mtime > of_second.st_mtime;
 }

@@ -1,10 +1,10 @@
 #include "gfile_names.h"
 
 #include <orvix/core/directory_chain.h>
+#include <orvix/core/file_status.h>
 #include <orvix/core/files.h>
 #include <orvix/core/path.h>
 #include <orvix/core/volume.h>
-#include <orvix/gsl/directory_scan.h>
 #include <orvix/gsl/file_names.h>
 #include <orvix/gsl/files.h>
 
@@ -45,10 +45,10 @@ std::uint64_t gfile_dirsize_bytes(std::string name) {
             if (!chain.leave()) return sum;
             continue;
         }
-        _stat64 status;
+        orvix::core::FileStatus status;
         if (chain.current().status(entry.name, &status) != 0) continue;
         sum += static_cast<std::uint64_t>(status.st_size);
-        if (entry.name[0] == '.' || !gsl_stat_is_dir(&status)) continue;
+        if (entry.name[0] == '.' || !orvix::core::is_directory(status)) continue;
         const std::string below = name + '\\' + entry.name;
         if (chain.enter(entry.name)) {
             name = below;

@@ -77,17 +77,6 @@ std::u16string toUtf16(std::string_view utf8) {
     return text;
 }
 
-std::string toStdString(std::u16string_view utf16) {
-    std::string text;
-    text.reserve(utf16.size());
-    for (std::size_t i = 0; i < utf16.size(); ++i) {
-        char32_t character = utf16[i];
-        const bool pair = character >= 0xd800 && character < 0xdc00 && i + 1 < utf16.size() && utf16[i + 1] >= 0xdc00 &&
-                          utf16[i + 1] < 0xe000;
-        if (pair) character = 0x10000 + ((character - 0xd800) << 10) + (utf16[++i] - 0xdc00U);
-        core::append_utf8(&text, character);
-    }
-    return text;
-}
+std::string toStdString(std::u16string_view utf16) { return core::utf8_of(utf16); }
 
 }  // namespace orvix

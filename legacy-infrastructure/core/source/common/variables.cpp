@@ -1,15 +1,14 @@
-#include <orvix/core/registry.h>
 #include <orvix/core/variables.h>
 
-#include <cstdlib>
+#include "common/process_variable.h"
+
+#include <orvix/core/registry.h>
 
 namespace orvix {
 
 bool getenv_check_registry_stdstring_allow_empty(const std::string& name, std::string* value) {
     std::string text;
-    const char* variable = std::getenv(name.c_str());
-    if (variable != nullptr) text = variable;
-    const bool found = variable != nullptr || core::registry_variable(name, &text);
+    const bool found = core::process_variable(name, &text) || core::registry_variable(name, &text);
     if (value != nullptr) *value = std::move(text);
     return found;
 }

@@ -160,7 +160,7 @@ bool Directory::is_held() const { return state_->descriptor.valid(); }
 
 bool Directory::take_hold(Directory same) {
     if (!is_same_directory(same)) {
-        errno = ESTALE;
+        errno = ENOENT;
         return false;
     }
     state_->descriptor = std::move(same.state_->descriptor);

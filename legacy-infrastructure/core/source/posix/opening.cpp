@@ -1,13 +1,11 @@
 #include "posix/opening.h"
 
+#include "common/open_mode.h"
 #include "posix/descriptor.h"
 #include "posix/host_name.h"
 
 #include <orvix/core/files.h>
 #include <orvix/core/path.h>
-
-#include <optional>
-#include <string_view>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -33,31 +31,6 @@ int open_path(const Name& name, int flags, int permission) {
 
 namespace {
 
-// Flags of open for a mode of fopen; none for text that is no mode.
-std::optional<int> flags_of(std::string_view mode) {
-    if (mode.empty()) return std::nullopt;
-    const bool update = mode.find('+') != std::string_view::npos;
-    const int access = update ? O_RDWR : O_WRONLY;
-    const int exclusive = mode.find('x') != std::string_view::npos ? O_EXCL : 0;
-    switch (mode[0]) {
-        case 'r':
-            return update ? O_RDWR : O_RDONLY;
-        case 'w':
-            return access | O_CREAT | O_TRUNC | exclusive;
-        case 'a':
-            return access | O_CREAT | O_APPEND | exclusive;
-        default:
-            return std::nullopt;
-    }
-}
-
-// What fdopen takes: neither exclusive creation nor a foreign letter is its business.
-std::string stream_mode(std::string_view mode) {
-    std::string plain(1, mode[0]);
-    if (mode.find('+') != std::string_view::npos) plain += '+';
-    return plain;
-}
-
 bool is_directory(int descriptor) {
     struct stat status;
     return fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
@@ -70,7 +43,7 @@ constexpr int any_user_may_read_and_write = 0666;  // before the process's mask
 }  // namespace core
 
 std::FILE* Path::fopen(const char* mode) const {
-    const std::optional<int> flags = core::flags_of(mode != nullptr ? mode : "");
+    const std::optional<int> flags = core::flags_of_mode(mode != nullptr ? mode : "");
     if (!flags) {
         errno = EINVAL;
         return nullptr;

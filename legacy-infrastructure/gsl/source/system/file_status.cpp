@@ -51,10 +51,10 @@ constexpr unsigned directory_type = 0x4000;
 
 }  // namespace
 
-int gsl_stat(const char* name, _stat64i32* record) { return status_of(name, record); }
+int gsl_stat(const char* name, orvix::core::FileStatus32* record) { return status_of(name, record); }
 
-int gsl_stat_64(const char* name, _stat64* record) { return status_of(name, record); }
+int gsl_stat_64(const char* name, orvix::core::FileStatus* record) { return status_of(name, record); }
 
-bool gsl_stat_is_dir(const _stat64i32* record) {
+bool gsl_stat_is_dir(const orvix::core::FileStatus32* record) {
     return (static_cast<unsigned>(record->st_mode) & type_mask) == directory_type;
 }
