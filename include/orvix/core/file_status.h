@@ -3,19 +3,23 @@
 #pragma once
 
 #include <orvix/core/export.h>
-#include <orvix/core/path.h>
-
-#include <sys/stat.h>
 
 #include <cstdint>
 #include <string_view>
 
-#if !defined(_WIN32)
+#if defined(_WIN32)
+#include <wchar.h>  // has the status records, and less beside them than <sys/stat.h>
+#else
+#include <sys/stat.h>
 /// The platform's status record under the name that callers of 32-bit sizes know. Here one record serves both widths.
 using _stat64i32 = struct stat;
 /// The same under the name that callers of 64-bit sizes know.
 using _stat64 = struct stat;
 #endif
+
+namespace orvix {
+class Path;
+}
 
 namespace orvix::core {
 
@@ -39,7 +43,7 @@ using FileStatus32 = struct stat;
 ORVIX_CORE_API int read_status(const Path& name, FileStatus* status);
 
 /// True if a status is that of a directory.
-inline bool is_directory(const FileStatus& status) { return S_ISDIR(status.st_mode); }
+inline bool is_directory(const FileStatus& status) { return (status.st_mode & 0xf000U) == 0x4000U; }
 
 /// Tells whether a name exists, links followed, without reading its status.
 /// @return 0, or -1 with `errno` set

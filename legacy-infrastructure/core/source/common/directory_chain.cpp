@@ -1,17 +1,11 @@
 #include <orvix/core/directory_chain.h>
 
+#include "common/held_directories.h"
+
 #include <cerrno>
 #include <utility>
 
 namespace orvix::core {
-
-namespace {
-
-// Directories held open in one chain, the top not counted. Deeper trees are rare, and a process may well be allowed no
-// more than 256 open files.
-constexpr std::size_t held_directories = 32;
-
-}  // namespace
 
 bool DirectoryChain::start(const Path& top, Directory::Links links) {
     Level level;

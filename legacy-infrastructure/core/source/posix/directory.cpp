@@ -1,5 +1,6 @@
 #include <orvix/core/directory.h>
 
+#include "common/held_directories.h"
 #include "posix/descriptor.h"
 #include "posix/entry_reader.h"
 #include "posix/file_kind.h"
@@ -76,6 +77,9 @@ struct Directory::State {
         return state;
     }
 };
+
+// Deeper trees are rare, and a process may well be allowed no more than 256 open files.
+const std::size_t held_directories = 32;
 
 Directory::Directory() = default;
 Directory::~Directory() = default;

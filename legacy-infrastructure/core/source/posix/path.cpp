@@ -40,12 +40,6 @@ std::string Path::host() const {
     return std::string(host.text.view());
 }
 
-bool Path::exists() const { return core::test_existence(*this) == 0; }
-
-bool Path::is_directory() const { return core::kind_of_target(*this) == core::FileKind::directory; }
-
-bool Path::is_regular_file() const { return core::kind_of_target(*this) == core::FileKind::regular; }
-
 bool Path::create_directory() const {
     const auto make = [](const char* host) { return mkdir(host, everybody); };
     return core::call_to_create(*this, make) == 0;

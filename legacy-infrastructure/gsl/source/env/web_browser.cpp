@@ -8,6 +8,7 @@
 #include <orvix/gsl/files.h>
 #include <orvix/gsl/string_utilities.h>
 
+#include <algorithm>
 #include <string>
 
 using namespace orvix::gsl::env;
@@ -24,7 +25,9 @@ constexpr const char* commands[] = {
 std::string registered_program(const char* key) {
     std::string command;
     if (!orvix::core::machine_registry_text(key, "", &command)) return "";
-    return orvix::core::short_name(program_of_command(command));
+    // The quotes around a program have become blanks, and a name that begins with one is another name.
+    const std::string program = program_of_command(command);
+    return orvix::core::short_name(program.substr(std::min(program.find_first_not_of(' '), program.size())));
 }
 
 }  // namespace

@@ -1,0 +1,35 @@
+// How files are opened, the same for a whole name and for an entry of an open directory.
+#pragma once
+
+#include "common/path_access.h"
+#include "windows/handle.h"
+
+#include <orvix/core/file.h>
+
+#include <windows.h>
+
+namespace orvix::core {
+
+// Others may read, write, rename and remove what this process has open: nobody waits for somebody else's reader.
+constexpr DWORD share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+struct FileOpening {
+    // Takes over what was opened to be read. A directory is refused with EISDIR.
+    static File to_read(Handle handle);
+
+    // Takes over what was opened to be written. `made`: the file was missing.
+    static File to_write(Handle handle, bool made);
+};
+
+// Opens an existing name, links followed, for its attributes or the like. Directories can be opened. Not valid on
+// failure, with the last error set.
+Handle open_existing(const wchar_t* name, DWORD access, DWORD further_flags = 0);
+
+// Opens a name itself: a link and not what it leads to, where the system can do that. Not valid on failure, with the
+// last error set.
+Handle open_itself(const wchar_t* name, DWORD access);
+
+// The system's open on a path; no child process inherits the descriptor. -1 with errno set on failure.
+int open_path(const Name& name, int flags, int permission);
+
+}  // namespace orvix::core
