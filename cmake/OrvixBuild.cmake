@@ -18,6 +18,21 @@ if(ORVIX_WARNINGS_AS_ERRORS)
   target_compile_options(orvix_build INTERFACE -Werror)
 endif()
 
+if(WIN32)
+  # The compiler's runtime lies beside the programs and libraries: one for all of them, or exceptions and streams would
+  # not cross from one to the other.
+  foreach(library libstdc++-6 libgcc_s_seh-1 libwinpthread-1)
+    execute_process(COMMAND "${CMAKE_CXX_COMPILER}" -print-file-name=${library}.dll
+      OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    if(NOT IS_ABSOLUTE "${file}")
+      find_file(${library}_dll ${library}.dll REQUIRED PATHS "${CMAKE_FIND_ROOT_PATH}/lib" NO_CMAKE_FIND_ROOT_PATH)
+      set(file "${${library}_dll}")
+    endif()
+    file(COPY "${file}" DESTINATION "${PROJECT_BINARY_DIR}/bin")
+    list(APPEND ORVIX_RUNTIME_LIBRARIES "${file}")
+  endforeach()
+endif()
+
 # Where the sources lie is nobody's business: two builds of the same sources give the same bytes.
 target_compile_options(orvix_build INTERFACE "-ffile-prefix-map=${PROJECT_BINARY_DIR}=build"
   "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
@@ -67,7 +82,9 @@ function(orvix_library name building)
   target_include_directories(${name} INTERFACE
     "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
   target_link_libraries(${name} PRIVATE "$<BUILD_INTERFACE:orvix_build>")
-  if(NOT WIN32)
+  if(WIN32)
+    set_target_properties(${name} PROPERTIES PREFIX "")
+  else()
     # Relative relocations packed (RELR) and symbols bound inside the library keep loading cheap.
     target_link_options(${name} PRIVATE -Wl,-Bsymbolic-functions -Wl,-z,now -Wl,--as-needed
       "-Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map")
