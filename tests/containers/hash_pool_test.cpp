@@ -1,12 +1,12 @@
 // The pool of buffers, and pages on their way to the file and back.
 #include "containers/hash_store_access.h"
 
+#include <orvix/core/descriptors.h>
+#include <orvix/core/files.h>
+
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 
@@ -181,8 +181,8 @@ TEST_F(HashPool, SetUpHoldsAtLeastSixPages) {
 class HashPages : public HashPool {
 protected:
     void write_at(std::uint64_t page, std::string_view bytes) {
-        ASSERT_EQ(pwrite(table_->fp, bytes.data(), bytes.size(), static_cast<off_t>(page * 64)),
-                  static_cast<ssize_t>(bytes.size()));
+        ASSERT_EQ(orvix::core::write_at(table_->fp, bytes.data(), bytes.size(), page * 64),
+                  static_cast<std::ptrdiff_t>(bytes.size()));
     }
     int get(bool is_bucket, std::uint32_t address, bool is_bitmap = false) {
         return __get_page(table_, page_, address, is_bucket, true, is_bitmap);
@@ -261,11 +261,11 @@ TEST_F(HashPages, ThatTheTableDoesNotHaveGiveEinval) {
 }
 
 TEST_F(HashPages, FileThatIsGoneGivesTheErrorOfTheRead) {
-    close(table_->fp);
+    orvix::core::close_descriptor(table_->fp);
     errno = 0;
     EXPECT_EQ(get(true, 0), -1);
     EXPECT_EQ(errno, EBADF);
-    table_->fp = open("store", O_RDWR);
+    table_->fp = orvix::open_utf8("store", read_write(), 0);
 }
 
 class HashPagesOfTheOtherOrder : public HashPages {

@@ -1,5 +1,9 @@
 // How names of the library's form reach the host: drives, rooted and relative names, network names, letter case.
 
+#include "support/broken_directory.h"
+#include "support/drives.h"
+#include "support/letter_case.h"
+#include "support/links.h"
 #include "support/temporary_directory.h"
 
 #include <orvix/core/directory_saver.h>
@@ -16,8 +20,16 @@
 
 namespace fs = std::filesystem;
 using orvix::Path;
+using orvix::test::drives_are_variables;
+using orvix::test::is_entry;
+using orvix::test::letter_case_counts;
+using orvix::test::links_are_seen;
+using orvix::test::make_directory_link;
+using orvix::test::make_link;
+using orvix::test::MappedDrive;
 using orvix::test::ScopedVariable;
 using orvix::test::TemporaryDirectory;
+using orvix::test::write_beside;
 
 namespace {
 
@@ -26,6 +38,13 @@ protected:
     TemporaryDirectory site{TemporaryDirectory::Enter::yes};
     std::string host(const std::string& relative) const { return (site.path() / relative).string(); }
 };
+
+// What the host's spelling is to be where drives stand for directories, and on Windows, where it is the library's own.
+std::string spelled(const std::string& in_directories, const std::string& on_windows) {
+    return drives_are_variables ? in_directories : on_windows;
+}
+
+constexpr const char* one_name = "names that differ in letter case alone are one name here";
 
 std::string write_through(const Path& path, const char* text) {
     std::FILE* stream = path.fopen("w");
@@ -37,26 +56,31 @@ std::string write_through(const Path& path, const char* text) {
 
 }  // namespace
 
-TEST_F(FileNames, DriveCIsTheRootOfTheHost) { EXPECT_EQ(Path("C:\\").host(), "/"); }
-
-TEST_F(FileNames, SeparatorsOfBothKindsDoAndRunsCountAsOne) {
-    EXPECT_EQ(Path("C:\\srv//site\\\\x/").host(), "/srv/site/x/");
-    EXPECT_EQ(Path("a\\\\b//c").host(), "a/b/c");
+TEST_F(FileNames, DriveCIsTheRootOfTheHost) {
+    EXPECT_EQ(Path("C:\\").host(), spelled("/", "C:\\"));
+    EXPECT_TRUE(Path("C:\\").is_directory());
 }
 
-TEST_F(FileNames, ADriveStandsForTheDirectoryThatItsVariableHolds) {
+TEST_F(FileNames, SeparatorsOfBothKindsDoAndRunsCountAsOne) {
+    EXPECT_EQ(Path("C:\\srv//site\\\\x/").host(), spelled("/srv/site/x/", "C:\\srv\\\\site\\\\x\\"));
+    EXPECT_EQ(Path("a\\\\b//c").host(), spelled("a/b/c", "a\\\\b\\\\c"));
+    site.write("a/b/c", "x");
+    EXPECT_TRUE(Path("a\\\\b//c").exists());
+}
+
+TEST_F(FileNames, ADriveStandsForTheDirectoryThatItIsMappedTo) {
     site.write("mnt/parts/r1.lib", "x");
-    const ScopedVariable drive("ORVIX_DRIVE_D", host("mnt").c_str());
-    EXPECT_EQ(Path("D:\\parts\\r1.lib").host(), host("mnt/parts/r1.lib"));
+    const MappedDrive drive('D', site.path() / "mnt");
+    EXPECT_EQ(Path("D:\\parts\\r1.lib").host(), spelled(host("mnt/parts/r1.lib"), "D:\\parts\\r1.lib"));
     EXPECT_TRUE(Path("d:/parts/r1.lib").is_regular_file());
     EXPECT_TRUE(Path("D:\\").is_directory());
 }
 
-TEST_F(FileNames, TheVariableOfCReplacesTheRoot) {
+TEST_F(FileNames, TheVariableOfCReplacesTheRootWhereDrivesAreVariables) {
     site.write("c/x", "x");
     const ScopedVariable drive("ORVIX_DRIVE_C", host("c").c_str());
-    EXPECT_TRUE(Path("C:\\x").exists());
-    EXPECT_EQ(Path("C:\\x").host(), host("c/x"));
+    EXPECT_EQ(Path("C:\\x").exists(), drives_are_variables);
+    EXPECT_EQ(Path("C:\\x").host(), spelled(host("c/x"), "C:\\x"));
 }
 
 TEST_F(FileNames, ALetterWithoutAMappingNamesNothing) {
@@ -72,8 +96,8 @@ TEST_F(FileNames, ALetterWithoutAMappingNamesNothing) {
 
 TEST_F(FileNames, AMappingThatIsNoAbsoluteDirectoryNamesNothing) {
     for (const char* value : {"", "relative/dir", "D:\\x"}) {
-        const ScopedVariable drive("ORVIX_DRIVE_D", value);
-        EXPECT_EQ(Path("D:\\x").host(), "");
+        const ScopedVariable drive("ORVIX_DRIVE_Q", value);
+        EXPECT_EQ(Path("Q:\\x").host(), "");
     }
 }
 
@@ -96,34 +120,39 @@ TEST_F(FileNames, TheEmptyNameAndAZeroByteNameNothing) {
 TEST_F(FileNames, ARootedNameLiesOnTheCurrentDrive) {
     site.write("mnt/deep/x", "");
     site.write("mnt/top", "");
-    const ScopedVariable drive("ORVIX_DRIVE_D", host("mnt").c_str());
-    EXPECT_EQ(Path("\\top").host(), "/top");  // outside the mapped directory C: is the current drive
+    const MappedDrive drive('D', site.path() / "mnt");
+    EXPECT_EQ(Path("\\top").host(),
+              spelled("/top", "\\top"));  // outside the mapped directory another drive is the current
+    EXPECT_FALSE(Path("\\top").exists());
     ASSERT_EQ(orvix::chdir_utf8("D:\\deep"), 0);
-    EXPECT_EQ(Path("\\top").host(), host("mnt/top"));
+    EXPECT_EQ(Path("\\top").host(), spelled(host("mnt/top"), "\\top"));
+    EXPECT_TRUE(Path("\\top").exists());
     EXPECT_EQ(orvix::core::current_drive(), 'D');
 }
 
-TEST_F(FileNames, TheCurrentDriveIsTheOneWithTheLongestRoot) {
+// Where drives are variables it is the one with the longest root, else the one by which the directory was entered.
+TEST_F(FileNames, TheCurrentDriveIsOneOfSeveralThatHoldTheDirectory) {
     fs::create_directories(site.path() / "a/b/c");
-    const ScopedVariable outer("ORVIX_DRIVE_E", host("a").c_str());
-    const ScopedVariable inner("ORVIX_DRIVE_F", host("a/b").c_str());
+    const MappedDrive outer('E', site.path() / "a");
+    const MappedDrive inner('F', site.path() / "a/b");
     ASSERT_EQ(orvix::chdir_utf8("E:\\b\\c"), 0);
-    EXPECT_EQ(orvix::core::current_drive(), 'F');
-    EXPECT_EQ(orvix::getcwd_utf8(), "F:\\c");
-    EXPECT_EQ(Path::current_path().native(), "F:\\c");
+    EXPECT_EQ(orvix::core::current_drive(), drives_are_variables ? 'F' : 'E');
+    EXPECT_EQ(orvix::getcwd_utf8(), drives_are_variables ? "F:\\c" : "E:\\b\\c");
+    EXPECT_EQ(Path::current_path().native(), orvix::getcwd_utf8());
 }
 
 TEST_F(FileNames, ADriveWhoseRootIsALinkHoldsTheCurrentDirectory) {
     fs::create_directories(site.path() / "real/x");
-    fs::create_directory_symlink(site.path() / "real", site.path() / "link");
-    const ScopedVariable drive("ORVIX_DRIVE_D", host("link").c_str());
+    make_directory_link(site.path() / "real", site.path() / "link");
+    const MappedDrive drive('D', site.path() / "link");
     ASSERT_EQ(orvix::chdir_utf8("D:\\x"), 0);
     EXPECT_EQ(orvix::getcwd_utf8(), "D:\\x");
 }
 
 TEST_F(FileNames, ARootOnlyHoldsWholeComponents) {
+    fs::create_directories(site.path() / "mnt");
     fs::create_directories(site.path() / "mnt2");
-    const ScopedVariable drive("ORVIX_DRIVE_D", host("mnt").c_str());
+    const MappedDrive drive('D', site.path() / "mnt");
     fs::current_path(site.path() / "mnt2");
     EXPECT_EQ(orvix::core::current_drive(), 'C');
 }
@@ -132,8 +161,8 @@ TEST_F(FileNames, WithNoDriveOverTheCurrentDirectoryRelativeNamesStillWork) {
     fs::create_directory(site.path() / "c");
     site.write("x", "");
     const ScopedVariable drive("ORVIX_DRIVE_C", host("c").c_str());
-    EXPECT_EQ(orvix::core::current_drive(), '\0');
-    EXPECT_EQ(orvix::getcwd_utf8(), "");
+    EXPECT_EQ(orvix::core::current_drive(), drives_are_variables ? '\0' : 'C');
+    EXPECT_EQ(orvix::getcwd_utf8(), drives_are_variables ? "" : site.name());
     EXPECT_FALSE(Path("\\x").exists());
     EXPECT_TRUE(Path("x").exists());
 }
@@ -141,14 +170,18 @@ TEST_F(FileNames, WithNoDriveOverTheCurrentDirectoryRelativeNamesStillWork) {
 TEST_F(FileNames, ADriveRelativeNameIsTakenFromTheCurrentDirectoryOnTheCurrentDrive) {
     site.write("x", "");
     EXPECT_TRUE(Path("c:x").exists());
-    EXPECT_EQ(Path("c:x").host(), "x");
-    EXPECT_EQ(Path("c:").host(), ".");
+    EXPECT_EQ(Path("c:x").host(), spelled("x", "c:x"));
+    EXPECT_EQ(Path("c:").host(), spelled(".", "c:"));
 }
 
 TEST_F(FileNames, ADirectoryWithABackslashInItsHostNameCannotBeTold) {
+    if (!drives_are_variables) GTEST_SKIP() << "a name holds no backslash here";
     fs::create_directory(site.path() / "a\\b");
     fs::current_path(site.path() / "a\\b");
     EXPECT_EQ(orvix::getcwd_utf8(), "");
+    char untouched = '#';
+    EXPECT_EQ(orvix::core::put_current_directory(&untouched), 0U);
+    EXPECT_EQ(untouched, '#');
 }
 
 TEST_F(FileNames, NamesBelowTheCurrentDirectoryIgnoreLetterCase) {
@@ -158,9 +191,10 @@ TEST_F(FileNames, NamesBelowTheCurrentDirectoryIgnoreLetterCase) {
 
 TEST_F(FileNames, ADriveRelativeNameIsTakenFromTheRootOfAnotherDrive) {
     site.write("mnt/x", "");
-    const ScopedVariable drive("ORVIX_DRIVE_D", host("mnt").c_str());
-    EXPECT_EQ(Path("d:x").host(), host("mnt/x"));
-    EXPECT_EQ(Path("d:").host(), host("mnt") + "/");
+    const MappedDrive drive('D', site.path() / "mnt");
+    EXPECT_EQ(Path("d:x").host(), spelled(host("mnt/x"), "d:x"));
+    EXPECT_EQ(Path("d:").host(), spelled(host("mnt") + "/", "d:"));
+    EXPECT_TRUE(Path("d:x").exists());
 }
 
 TEST_F(FileNames, TheCurrentDirectoryIsToldInTheLibrarysForm) {
@@ -173,18 +207,23 @@ TEST_F(FileNames, CompletePathIsAbsoluteAgainstTheCurrentDirectory) {
     EXPECT_EQ(Path("c:a").complete_path().native(), site.name() + "\\a");
     EXPECT_EQ(Path("").complete_path().native(), site.name());
     EXPECT_EQ(Path("/tmp/x").complete_path().native(), "C:\\tmp\\x");
-    EXPECT_EQ(Path("D:/x").complete_path().native(), "D:\\x");
-    EXPECT_EQ(Path("d:x").complete_path().native(), "d:\\x");
+    EXPECT_EQ(Path("Q:/x").complete_path().native(), "Q:\\x");
+    EXPECT_EQ(Path("q:x").complete_path().native(), "q:\\x");
     EXPECT_EQ(Path("\\\\srv\\x").complete_path().native(), "\\\\srv\\x");
     EXPECT_EQ(Path("..\\x").complete_path().native(), site.name() + "\\..\\x");
 }
 
-TEST_F(FileNames, FromFsPathFindsTheDriveOfAnAbsoluteHostName) {
-    EXPECT_EQ(Path::from_fs_path("/srv/site").string(), "C:\\srv\\site");
+TEST_F(FileNames, FromFsPathGivesTheLibrarysForm) {
+    EXPECT_EQ(Path::from_fs_path(site.path() / "srv/site").string(), site.name("srv\\site"));
     EXPECT_EQ(Path::from_fs_path("a/b").string(), "a\\b");
-    const ScopedVariable drive("ORVIX_DRIVE_D", "/srv");
-    EXPECT_EQ(Path::from_fs_path("/srv/site").string(), "D:\\site");
-    EXPECT_EQ(Path::from_fs_path("/srv").string(), "D:\\");
+}
+
+TEST_F(FileNames, FromFsPathFindsTheDriveOfAnAbsoluteHostName) {
+    const std::string mnt = site.name("mnt");
+    const MappedDrive drive('D', site.path() / "mnt");
+    EXPECT_EQ(Path::from_fs_path(site.path() / "mnt/site").string(),
+              drives_are_variables ? "D:\\site" : mnt + "\\site");
+    EXPECT_EQ(Path::from_fs_path(site.path() / "mnt").string(), drives_are_variables ? "D:\\" : mnt);
 }
 
 TEST_F(FileNames, APathThatNoDriveHoldsStillWorksThroughFromFsPath) {
@@ -199,18 +238,19 @@ TEST_F(FileNames, ANameIsFoundUnderOtherLetterCase) {
     site.write("Lib/Parts/R1.Lib", "x");
     EXPECT_TRUE(Path(site.name("lib\\parts\\r1.lib")).is_regular_file());
     EXPECT_TRUE(Path("LIB\\PARTS").is_directory());
-    EXPECT_EQ(Path("lib/parts/r1.LIB").host(), "Lib/Parts/R1.Lib");
+    EXPECT_EQ(Path("lib/parts/r1.LIB").host(), spelled("Lib/Parts/R1.Lib", "lib\\parts\\r1.LIB"));
     EXPECT_EQ(orvix::filesize_utf8("lib\\parts\\r1.lib"), 1U);
 }
 
 TEST_F(FileNames, TheExactSpellingWinsOverOthers) {
-    site.write("a", "lower");
-    site.write("A", "upper!");
+    write_beside("a", "lower");
+    write_beside("A", "upper!");
     EXPECT_EQ(orvix::filesize_utf8("a"), 5U);
     EXPECT_EQ(orvix::filesize_utf8("A"), 6U);
 }
 
 TEST_F(FileNames, WithSeveralMatchesTheNameStandsAsTyped) {
+    if (!letter_case_counts) GTEST_SKIP() << one_name;
     site.write("Ab", "");
     site.write("aB", "");
     EXPECT_FALSE(Path("ab").exists());
@@ -221,21 +261,22 @@ TEST_F(FileNames, WithSeveralMatchesTheNameStandsAsTyped) {
 }
 
 TEST_F(FileNames, AnAmbiguousDirectoryLeavesAllBehindItAsTyped) {
+    if (!letter_case_counts) GTEST_SKIP() << one_name;
     site.write("Dir/X", "");
     site.write("dIR/X", "");
     EXPECT_EQ(Path("dir/x").host(), "dir/x");
 }
 
-TEST_F(FileNames, OnlyAsciiLettersMatchIgnoringCase) {
+TEST_F(FileNames, TheLibraryIgnoresTheCaseOfAsciiLettersAlone) {
     site.write("\xc3\x84", "");
-    EXPECT_FALSE(Path("\xc3\xa4").exists());
+    EXPECT_EQ(Path("\xc3\xa4").exists(), !letter_case_counts);
 }
 
 TEST_F(FileNames, WritingReplacesTheFileThatDiffersInLetterCaseAlone) {
     site.write("Setup.cfg", "old");
     EXPECT_EQ(write_through("SETUP.CFG", "new"), "");
     EXPECT_EQ(site.read("Setup.cfg"), "new");
-    EXPECT_FALSE(fs::exists(site.path() / "SETUP.CFG"));
+    EXPECT_FALSE(is_entry("SETUP.CFG"));
 }
 
 TEST_F(FileNames, ANewFileGoesIntoTheDirectoryThatMatches) {
@@ -247,7 +288,7 @@ TEST_F(FileNames, ANewFileGoesIntoTheDirectoryThatMatches) {
 TEST_F(FileNames, NoDirectoryIsMadeBesideOneThatDiffersInLetterCaseAlone) {
     fs::create_directory(site.path() / "Out");
     EXPECT_FALSE(Path("out").create_directory());
-    EXPECT_FALSE(fs::exists(site.path() / "out"));
+    EXPECT_FALSE(is_entry("out"));
 }
 
 TEST_F(FileNames, ExclusiveCreationMeetsTheFileThatDiffersInLetterCaseAlone) {
@@ -267,13 +308,13 @@ TEST_F(FileNames, AFileMadeByAnotherProgramIsSeenAtOnce) {
     EXPECT_TRUE(Path("late.txt").exists());
 }
 
-TEST_F(FileNames, ExactPathsNeverIgnoreLetterCase) {
+TEST_F(FileNames, ForExactPathsTheLibraryNeverIgnoresLetterCase) {
     site.write("A", "");
-    EXPECT_FALSE(Path::exact("a").exists());
+    EXPECT_EQ(Path::exact("a").exists(), !letter_case_counts);
     EXPECT_TRUE(Path::exact("A").exists());
-    EXPECT_FALSE(Path::exact(site.name()).append("a").exists());
-    EXPECT_TRUE(Path::exact("a").create_directory());
-    EXPECT_TRUE(fs::is_directory(site.path() / "a"));
+    EXPECT_EQ(Path::exact(site.name()).append("a").exists(), !letter_case_counts);
+    EXPECT_EQ(Path::exact("a").create_directory(), letter_case_counts);
+    EXPECT_EQ(is_entry("a"), letter_case_counts);
 }
 
 TEST_F(FileNames, DeletingFindsTheOneMatch) {
@@ -292,12 +333,14 @@ TEST_F(FileNames, TheStoredSpellingIsTold) {
     EXPECT_EQ(orvix::core::long_name(site.name("lib\\r1.LIB")), site.name("Lib\\R1.Lib"));
     EXPECT_EQ(orvix::core::long_name("lib\\\\r1.lib"), "Lib\\\\R1.Lib");
     EXPECT_EQ(orvix::core::long_name("missing"), "");
-    EXPECT_EQ(orvix::core::short_name("lib/r1.lib"), "lib\\r1.lib");
+    const std::string short_form = orvix::core::short_name("lib/r1.lib");
+    EXPECT_EQ(Path::compare_filenames(short_form, "lib\\r1.lib"), 0) << short_form;
     EXPECT_EQ(orvix::core::short_name("missing"), "");
 }
 
 TEST_F(FileNames, ADanglingLinkIsAName) {
-    fs::create_symlink("nowhere", site.path() / "link");
+    if (!links_are_seen()) GTEST_SKIP() << "a link that leads nowhere is no name here";
+    make_link("nowhere", site.path() / "link");
     EXPECT_FALSE(Path("link").exists());
     EXPECT_EQ(orvix::core::kind_of_name("link"), orvix::core::FileKind::link);
     EXPECT_TRUE(orvix::core::is_symbolic_link("link"));
@@ -321,18 +364,18 @@ TEST_F(FileNames, TheKindOfATargetIsThatBehindLinks) {
 
 TEST_F(FileNames, DeletingALinkToADirectoryLeavesTheDirectory) {
     site.write("dir/x", "kept");
-    fs::create_directory_symlink("dir", site.path() / "link");
-    EXPECT_TRUE(Path("link").delete_file_or_directory());
+    make_directory_link("dir", site.path() / "link");
+    EXPECT_EQ(Path("link").delete_file_or_directory(), links_are_seen());
     EXPECT_EQ(site.read("dir/x"), "kept");
 }
 
 TEST_F(FileNames, ASymbolicLinkThatCannotBeReadThrows) {
-    const std::string too_long(5000, 'x');
+    const orvix::test::UnreadableStatus unreadable;
     try {
-        orvix::core::is_symbolic_link(too_long);
+        orvix::core::is_symbolic_link(unreadable.name());
         FAIL() << "no exception";
     } catch (const fs::filesystem_error& error) {
         EXPECT_NE(std::string(error.what()).find("symlink_status"), std::string::npos);
-        EXPECT_EQ(error.code().value(), ENAMETOOLONG);
+        EXPECT_EQ(error.code().value(), unreadable.error());
     }
 }

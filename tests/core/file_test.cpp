@@ -1,27 +1,30 @@
 // Files without a buffer in between.
 
+#include "support/descriptors.h"
+#include "support/file_times.h"
+#include "support/links.h"
 #include "support/temporary_directory.h"
 
 #include <orvix/core/file.h>
+#include <orvix/core/file_status.h>
 #include <orvix/core/memory.h>
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <csignal>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <utility>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 namespace fs = std::filesystem;
 using orvix::Path;
 using orvix::core::File;
+using orvix::test::inherited_files;
+using orvix::test::kept_time;
+using orvix::test::make_link;
+using orvix::test::open_files;
 using orvix::test::TemporaryDirectory;
 
 namespace {
@@ -80,7 +83,7 @@ TEST_F(UnbufferedFile, KeepsWhatIsNotWrittenOverUntilItIsShortened) {
 }
 
 TEST_F(UnbufferedFile, DeviceHasNothingToShorten) {
-    File device = File::open_to_write(Path("/dev/full"));
+    File device = File::open_to_write(Path(orvix::test::full_device));
     ASSERT_TRUE(device.is_open());
     EXPECT_TRUE(device.shorten(0));
     errno = 0;
@@ -92,7 +95,7 @@ TEST_F(UnbufferedFile, IsTheSameUnderAllItsNames) {
     site.write("f", "x");
     site.write("other", "x");
     fs::create_hard_link("f", "same");
-    fs::create_symlink("f", "link");
+    make_link("f", "link");
     const File file = File::open_to_read(Path("f"));
     EXPECT_TRUE(file.is_same_file(File::open_to_write(Path("same"))));
     EXPECT_TRUE(file.is_same_file(File::open_to_read(Path("link"))));
@@ -102,14 +105,24 @@ TEST_F(UnbufferedFile, IsTheSameUnderAllItsNames) {
 TEST_F(UnbufferedFile, TakesTimesFromAStatus) {
     File file = File::open_to_write(Path("f"));
     orvix::core::FileStatus status{};
-    status.st_atim = {.tv_sec = 1000000000, .tv_nsec = 1};
-    status.st_mtim = {.tv_sec = 1100000000, .tv_nsec = 123456789};
+    status.st_atime = 1000000000;
+    status.st_mtime = 1100000000;
     EXPECT_TRUE(file.set_times(status));
-    struct stat after {};
-    ASSERT_EQ(stat("f", &after), 0);
-    EXPECT_EQ(after.st_atim.tv_sec, 1000000000);
-    EXPECT_EQ(after.st_mtim.tv_sec, 1100000000);
-    EXPECT_EQ(after.st_mtim.tv_nsec, 123456789);
+    orvix::core::FileStatus after{};
+    ASSERT_EQ(orvix::core::read_status(Path("f"), &after), 0);
+    EXPECT_EQ(after.st_atime, 1000000000);
+    EXPECT_EQ(after.st_mtime, 1100000000);
+}
+
+TEST_F(UnbufferedFile, TakesTimesAsExactAsAStatusHasThem) {
+    site.write("from", "x");
+    const auto long_ago = fs::file_time_type::clock::now() - std::chrono::hours(100);
+    fs::last_write_time("from", long_ago);
+    const File from = File::open_to_read(Path("from"));
+    File to = File::open_to_write(Path("to"));
+    EXPECT_TRUE(to.set_times(from.status()));
+    EXPECT_TRUE(to.close());
+    EXPECT_EQ(fs::last_write_time("to"), kept_time(fs::last_write_time("from")));
 }
 
 TEST_F(UnbufferedFile, IsHandedOnByMoving) {
@@ -124,70 +137,14 @@ TEST_F(UnbufferedFile, IsHandedOnByMoving) {
 }
 
 TEST_F(UnbufferedFile, IsNotInheritedAndClosesItself) {
-    const int lowest = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    close(lowest);
+    const auto before = open_files();
+    const auto inherited_before = inherited_files();
     {
         const File file = File::open_to_write(Path("f"));
-        EXPECT_NE(fcntl(lowest, F_GETFD) & FD_CLOEXEC, 0);
+        EXPECT_EQ(open_files(), before + 1);
+        EXPECT_EQ(inherited_files(), inherited_before);
     }
-    EXPECT_EQ(fcntl(lowest, F_GETFD), -1);
-}
-
-TEST_F(UnbufferedFile, PipeIsOpenedWithoutWaitingForAWriter) {
-    ASSERT_EQ(mkfifo("pipe", 0600), 0);
-    EXPECT_TRUE(File::open_to_read(Path("pipe")).is_open());
-}
-
-TEST_F(UnbufferedFile, LeaseOfAnotherProcessIsWaitedFor) {
-    site.write("f", "abc");
-    int ready[2];
-    ASSERT_EQ(pipe(ready), 0);
-    const pid_t child = fork();
-    if (child == 0) {
-        // Gives the lease back when the system asks for it.
-        signal(SIGIO, [](int) { _exit(0); });
-        const int file = open("f", O_RDWR);
-        const char answer = fcntl(file, F_SETLEASE, F_WRLCK) == 0 ? 'y' : 'n';
-        if (write(ready[1], &answer, 1) != 1) _exit(1);
-        while (answer == 'y') pause();
-        _exit(1);
-    }
-    char answer = 'n';
-    ASSERT_EQ(read(ready[0], &answer, 1), 1);
-    if (answer == 'y') {
-        File file = File::open_to_read(Path("f"));
-        EXPECT_EQ(read_all(file, 3), "abc");
-    }
-    int status = -1;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    close(ready[0]);
-    close(ready[1]);
-    if (answer != 'y') GTEST_SKIP() << "no leases here";
-    EXPECT_EQ(status, 0);
-}
-
-TEST_F(UnbufferedFile, ReadGoesOnAfterASignal) {
-    ASSERT_EQ(mkfifo("pipe", 0600), 0);
-    struct sigaction action {};
-    action.sa_handler = [](int) {};
-    struct sigaction before {};
-    ASSERT_EQ(sigaction(SIGUSR1, &action, &before), 0);  // without SA_RESTART
-    const pid_t parent = getpid();
-    const pid_t child = fork();
-    if (child == 0) {
-        const int writer = open("pipe", O_WRONLY);
-        usleep(50000);
-        kill(parent, SIGUSR1);
-        usleep(50000);
-        _exit(write(writer, "abc", 3) == 3 ? 0 : 1);
-    }
-    // Opened to be written a pipe is opened for both, and reading it waits.
-    File file = File::open_to_write(Path("pipe"));
-    EXPECT_EQ(read_all(file, 3), "abc");
-    int status = -1;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0);
-    sigaction(SIGUSR1, &before, nullptr);
+    EXPECT_EQ(open_files(), before);
 }
 
 TEST(ExpectToBeFilled, LeavesBlocksAsTheyAre) {

@@ -1,3 +1,4 @@
+#include "support/descriptors.h"
 #include "support/temporary_directory.h"
 
 #include <orvix/core/files.h>
@@ -7,19 +8,15 @@
 
 #include <cerrno>
 
-#include <unistd.h>
-
 namespace {
 
 TEST(CreateExclusiveFlags, MakeAFileToReadAndWriteThatMustNotBeThere) {
     const orvix::test::TemporaryDirectory directory(orvix::test::TemporaryDirectory::Enter::yes);
     const int descriptor = orvix::open_utf8("new", orvix::core::create_exclusive_flags(), 0600);
     ASSERT_NE(descriptor, -1);
-    char byte = '\0';
-    EXPECT_EQ(write(descriptor, "x", 1), 1);
-    EXPECT_EQ(pread(descriptor, &byte, 1, 0), 1);
-    EXPECT_EQ(byte, 'x');
-    close(descriptor);
+    EXPECT_TRUE(orvix::test::write_bytes(descriptor, "x\n"));
+    EXPECT_EQ(orvix::test::bytes_at_start(descriptor, 9), "x\n");
+    orvix::test::close_descriptor(descriptor);
 
     errno = 0;
     EXPECT_EQ(orvix::open_utf8("new", orvix::core::create_exclusive_flags(), 0600), -1);

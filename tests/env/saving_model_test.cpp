@@ -4,6 +4,7 @@
 
 #include "support/random_text.h"
 #include "support/temp_site.h"
+#include "support/temporary_place.h"
 
 #include <orvix/gsl/environment.h>
 
@@ -20,6 +21,7 @@ using orvix::test::entries_of;
 using orvix::test::RandomText;
 using orvix::test::saved_file;
 using orvix::test::ScopedVariable;
+using orvix::test::temporary_place;
 using orvix::test::TempSite;
 
 namespace {
@@ -97,9 +99,7 @@ void save_once(const TempSite& site, unsigned seed) {
 }  // namespace
 
 TEST(SavingModelTest, TenThousandSaves) {
-    // In memory where that can be had: disks flush each file that is truncated and written anew.
-    const char* memory = fs::is_directory("/dev/shm") ? "/dev/shm" : std::getenv("TMPDIR");
-    const ScopedVariable temporary("TMPDIR", memory);
+    const ScopedVariable temporary(temporary_place, orvix::test::fast_place());
     const TempSite site;
     for (unsigned seed = 1; seed <= 10'000 && !HasFailure(); ++seed) save_once(site, seed);
 }

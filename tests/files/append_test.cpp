@@ -1,5 +1,6 @@
 // Appending to files.
 
+#include "support/descriptors.h"
 #include "support/temporary_directory.h"
 
 #include <orvix/gsl/files.h>
@@ -8,9 +9,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <iterator>
 
 namespace fs = std::filesystem;
+using orvix::test::open_files;
 using orvix::test::TemporaryDirectory;
 
 namespace {
@@ -19,8 +20,6 @@ class Append : public testing::Test {
 protected:
     TemporaryDirectory site{TemporaryDirectory::Enter::yes};
 };
-
-auto open_files() { return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()); }
 
 }  // namespace
 
@@ -57,7 +56,9 @@ TEST_F(Append, LineToWhatCannotBeOpenedFails) {
     EXPECT_FALSE(gfile_append_line_to_file(nullptr, "x"));
 }
 
-TEST_F(Append, WriteThatFailsGoesUnnoticed) { EXPECT_TRUE(gfile_append_line_to_file("/dev/full", "lost")); }
+TEST_F(Append, WriteThatFailsGoesUnnoticed) {
+    EXPECT_TRUE(gfile_append_line_to_file(orvix::test::full_device, "lost"));
+}
 
 TEST_F(Append, FileFromAReadableSourceFailsAndLeavesTheTarget) {
     site.write("target", "one\n");

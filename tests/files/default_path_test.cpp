@@ -1,6 +1,7 @@
 // The current directory.
 
 #include "support/buffer.h"
+#include "support/drives.h"
 #include "support/temporary_directory.h"
 
 #include <orvix/gsl/files.h>
@@ -14,7 +15,6 @@ namespace fs = std::filesystem;
 using orvix::test::Buffer;
 using orvix::test::library_name;
 using orvix::test::room_for;
-using orvix::test::ScopedVariable;
 using orvix::test::TemporaryDirectory;
 
 namespace {
@@ -103,7 +103,7 @@ TEST_F(DefaultPath, NameOnADriveIsTakenFromItsRoot) {
 
 TEST_F(DefaultPath, NameOnADriveOfItsOwnIsTakenFromThatDrive) {
     fs::create_directory("boards");
-    const ScopedVariable drive("ORVIX_DRIVE_D", site.path().c_str());
+    const orvix::test::MappedDrive drive('D', site.path());
     EXPECT_EQ(set("d:boards"), (Outcome{true, "D:\\boards\\"}));
 }
 

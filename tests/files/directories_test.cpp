@@ -1,5 +1,6 @@
 // Making directories.
 
+#include "support/permissions.h"
 #include "support/temporary_directory.h"
 
 #include <orvix/gsl/files.h>
@@ -9,9 +10,10 @@
 
 #include <filesystem>
 
-#include <sys/stat.h>
-
 namespace fs = std::filesystem;
+using orvix::test::CreationMask;
+using orvix::test::kept_directory_mode;
+using orvix::test::mode_of;
 using orvix::test::TemporaryDirectory;
 
 namespace {
@@ -50,13 +52,14 @@ TEST_F(Directories, MkdirOfNullAndOfTheEmptyNameGivesMinusOne) {
 }
 
 TEST_F(Directories, ModeIsIgnored) {
-    const mode_t mask = umask(022);
-    EXPECT_EQ(gsl_mkdir("x", 0), 0);
-    EXPECT_EQ(gsl_forceDirectoryToExist("y\\z", 0), 0);
-    umask(mask);
-    EXPECT_EQ(fs::status("x").permissions(), fs::perms(0755));
-    EXPECT_EQ(fs::status("y").permissions(), fs::perms(0755));
-    EXPECT_EQ(fs::status("y/z").permissions(), fs::perms(0755));
+    {
+        const CreationMask mask(022);
+        EXPECT_EQ(gsl_mkdir("x", 0), 0);
+        EXPECT_EQ(gsl_forceDirectoryToExist("y\\z", 0), 0);
+    }
+    EXPECT_EQ(mode_of("x"), kept_directory_mode(0755));
+    EXPECT_EQ(mode_of("y"), kept_directory_mode(0755));
+    EXPECT_EQ(mode_of("y/z"), kept_directory_mode(0755));
 }
 
 TEST_F(Directories, ForceMakesAllMissingLevels) {

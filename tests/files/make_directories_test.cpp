@@ -1,7 +1,7 @@
 // Paths of directories, made and asked about.
 
-#include "files/ordinary_user.h"
 #include "support/buffer.h"
+#include "support/denial.h"
 #include "support/temporary_directory.h"
 
 #include <orvix/gsl/file_trees.h>
@@ -14,6 +14,7 @@
 
 namespace fs = std::filesystem;
 using orvix::test::Buffer;
+using orvix::test::Denial;
 using orvix::test::holds_for_ordinary_user;
 using orvix::test::ScopedVariable;
 using orvix::test::TemporaryDirectory;
@@ -186,7 +187,7 @@ TEST_F(MakeDirectories, NeverTouchesTheStatusWord) {
 TEST_F(MakeableDirectories, ExistingDirectoryMustBeWritable) {
     fs::create_directory("open");
     fs::create_directory("closed");
-    fs::permissions("closed", fs::perms(0555));
+    const Denial denial = Denial::of_changing("closed");
     EXPECT_TRUE(makeable("open"));
     EXPECT_TRUE(makeable("open", false));
     EXPECT_TRUE(holds_for_ordinary_user([] { return !makeable("closed"); }));
@@ -195,7 +196,7 @@ TEST_F(MakeableDirectories, ExistingDirectoryMustBeWritable) {
 
 TEST_F(MakeableDirectories, NameInsideAReadOnlyDirectoryIsNot) {
     fs::create_directory("closed");
-    fs::permissions("closed", fs::perms(0555));
+    const Denial denial = Denial::of_changing("closed");
     EXPECT_TRUE(holds_for_ordinary_user([] { return !makeable("closed\\a"); }));
     EXPECT_TRUE(holds_for_ordinary_user([] { return !makeable("closed\\a", false); }));
     EXPECT_TRUE(holds_for_ordinary_user([] { return !makeable("closed\\a\\b"); }));

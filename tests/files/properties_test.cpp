@@ -1,6 +1,9 @@
 // Questions about one file.
 
-#include "files/ordinary_user.h"
+#include "support/denial.h"
+#include "support/descriptors.h"
+#include "support/links.h"
+#include "support/permissions.h"
 #include "support/temporary_directory.h"
 
 #include <orvix/gsl/files.h>
@@ -12,10 +15,11 @@
 #include <filesystem>
 #include <string>
 
-#include <sys/stat.h>
-
 namespace fs = std::filesystem;
+using orvix::test::Denial;
 using orvix::test::holds_for_ordinary_user;
+using orvix::test::make_directory_link;
+using orvix::test::set_mode;
 using orvix::test::TemporaryDirectory;
 
 namespace {
@@ -58,7 +62,7 @@ TEST_F(FileProperties, NullAndEmptyNamesAreMissingFiles) {
 
 TEST_F(FileProperties, IsDirFollowsLinks) {
     site.write("dir/f", "x");
-    fs::create_directory_symlink("dir", "link");
+    make_directory_link("dir", "link");
     EXPECT_TRUE(gfile_is_dir("dir"));
     EXPECT_TRUE(gfile_is_dir("link"));
     EXPECT_FALSE(gfile_is_dir("dir\\f"));
@@ -67,7 +71,7 @@ TEST_F(FileProperties, IsDirFollowsLinks) {
 
 TEST_F(FileProperties, AnyReadableFileIsExecutable) {
     site.write("plain.txt", "no program");
-    fs::permissions("plain.txt", fs::perms::owner_read);
+    set_mode("plain.txt", 0400);
     EXPECT_TRUE(gfile_is_readable("plain.txt"));
     EXPECT_TRUE(gfile_is_executable("plain.txt"));
     EXPECT_FALSE(gfile_is_executable("missing"));
@@ -76,8 +80,8 @@ TEST_F(FileProperties, AnyReadableFileIsExecutable) {
 TEST_F(FileProperties, WhoMayNotReadOrWriteIsToldSo) {
     site.write("read_only", "x");
     site.write("secret", "x");
-    fs::permissions("read_only", fs::perms(0444));
-    fs::permissions("secret", fs::perms(0000));
+    set_mode("read_only", 0444);
+    const Denial denial = Denial::of_reading("secret");
     EXPECT_TRUE(holds_for_ordinary_user([] { return gfile_is_readable("read_only"); }));
     EXPECT_TRUE(holds_for_ordinary_user([] { return !gfile_is_writable("read_only"); }));
     EXPECT_TRUE(holds_for_ordinary_user([] { return !gfile_is_readable("secret"); }));
@@ -115,14 +119,13 @@ TEST_F(FileProperties, FileOlderIsFalseForAMissingName) {
 
 TEST_F(FileProperties, TypeIsThatOfTheFile) {
     site.write("dir/f", "x");
-    fs::create_directory_symlink("dir", "link");
-    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    make_directory_link("dir", "link");
     EXPECT_EQ(gfile_type("dir"), directory);
     EXPECT_EQ(gfile_type("dir\\"), directory);
     EXPECT_EQ(gfile_type("dir/"), directory);
     EXPECT_EQ(gfile_type("link"), directory);
     EXPECT_EQ(gfile_type("dir\\f"), regular_file);
-    EXPECT_EQ(gfile_type("pipe"), 4096);
+    EXPECT_EQ(gfile_type(orvix::test::full_device), 8192);
     EXPECT_EQ(gfile_type("missing"), 0);
 }
 

@@ -1,8 +1,12 @@
 // Removing files, wildcards and trees.
 
-#include "files/ordinary_user.h"
 #include "files/trees.h"
-#include "files/unlistable_directory.h"
+#include "support/broken_directory.h"
+#include "support/denial.h"
+#include "support/letter_case.h"
+#include "support/limits.h"
+#include "support/links.h"
+#include "support/permissions.h"
 #include "support/small_stack.h"
 #include "support/temporary_directory.h"
 
@@ -16,19 +20,24 @@
 #include <set>
 #include <string>
 
-#include <sys/resource.h>
-#include <sys/stat.h>
-
 namespace fs = std::filesystem;
+using orvix::test::Denial;
 using orvix::test::entries_below;
 using orvix::test::grow_deep_tree;
 using orvix::test::grow_random_tree;
 using orvix::test::holds_for_ordinary_user;
 using orvix::test::holds_on_small_stack;
+using orvix::test::is_entry;
+using orvix::test::links_are_seen;
+using orvix::test::make_directory_link;
+using orvix::test::make_link;
+using orvix::test::OpenFileLimit;
 using orvix::test::RandomText;
+using orvix::test::set_mode;
 using orvix::test::TemporaryDirectory;
 using orvix::test::TreeSite;
 using orvix::test::UnlistableDirectory;
+using orvix::test::write_beside;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -67,29 +76,24 @@ TEST_F(RemoveSingle, MissingNameFailsAndSetsNoCode) {
     EXPECT_EQ(GuiErrno, GUI_ERR_CLOCK_STOP);
 }
 
-TEST_F(RemoveSingle, PipeIsAFileToo) {
-    ASSERT_EQ(mkfifo("pipe", 0600), 0);
-    EXPECT_TRUE(gfile_rm("pipe", false));
-    EXPECT_FALSE(fs::exists("pipe"));
-}
-
 TEST_F(RemoveSingle, LinkGoesAndWhatItLeadsToStays) {
     site.write("dir/x", "1");
     for (const char* name : {"link", "link\\", "link/", "link\\\\", "link///"}) {
         for (const bool recursive : {false, true}) {
             SCOPED_TRACE(name);
-            fs::create_directory_symlink("dir", "link");
-            EXPECT_TRUE(gfile_rm(name, recursive));
-            EXPECT_FALSE(fs::is_symlink("link"));
+            if (!fs::exists("link")) make_directory_link("dir", "link");
+            EXPECT_EQ(gfile_rm(name, recursive), links_are_seen());
+            EXPECT_EQ(fs::exists("link"), !links_are_seen());
             EXPECT_EQ(site.read("dir/x"), "1");
         }
     }
 }
 
 TEST_F(RemoveSingle, LinkThatLeadsNowhereGoes) {
-    fs::create_symlink("nowhere", "link");
+    if (!links_are_seen()) GTEST_SKIP() << "a link that leads nowhere is no name here";
+    make_link("nowhere", "link");
     EXPECT_TRUE(gfile_rm("link", false));
-    EXPECT_FALSE(fs::is_symlink("link"));
+    EXPECT_FALSE(is_entry("link"));
 }
 
 TEST_F(RemoveSingle, NameOfMoreThan1024BytesFails) {
@@ -143,18 +147,19 @@ TEST_F(RemoveWildcard, InADirectoryThatCannotBeListedFails) {
 TEST_F(RemoveWildcard, RemovesLinksAndNotWhatTheyLeadTo) {
     site.write("outside/x", "1");
     fs::create_directory("a");
-    fs::create_directory_symlink("../outside", "a/link");
-    fs::create_symlink("nowhere", "a/dangling");
-    EXPECT_TRUE(gfile_rm("a\\*", false));
-    EXPECT_TRUE(fs::is_empty("a"));
+    make_directory_link("../outside", "a/link");
+    make_link("../outside/x", "a/file");
+    if (links_are_seen()) make_link("nowhere", "a/dangling");
+    EXPECT_EQ(gfile_rm("a\\*", false), links_are_seen());
+    EXPECT_EQ(fs::is_empty("a"), links_are_seen());
     EXPECT_EQ(site.read("outside/x"), "1");
 }
 
 TEST_F(RemoveWildcard, TellsLetterCaseApart) {
-    site.write("a/x", "1");
-    site.write("a/X", "2");
+    site.write("a/xy", "1");
+    site.write("a/Xz", "2");
     EXPECT_TRUE(gfile_rm("A\\x*", false));
-    EXPECT_THAT(entries_below("a"), ElementsAre("X"));
+    EXPECT_THAT(entries_below("a"), ElementsAre("Xz"));
 }
 
 TEST_F(RemoveTree, NeedsToBeAskedFor) {
@@ -179,14 +184,21 @@ TEST_F(RemoveTree, NeverGoesThroughLinks) {
     site.write("outside/sub/x", "1");
     site.write("file", "2");
     fs::create_directories("a/b");
-    fs::create_directory_symlink("../../outside", "a/b/dir");
-    fs::create_directory_symlink("..", "a/b/parent");
-    fs::create_symlink("../file", "a/link");
-    fs::create_symlink("nowhere", "a/dangling");
-    EXPECT_TRUE(gfile_rm("a", true));
-    EXPECT_FALSE(fs::exists("a"));
+    make_directory_link("../../outside", "a/b/dir");
+    make_directory_link("..", "a/b/parent");
+    make_link("../file", "a/link");
+    if (links_are_seen()) make_link("nowhere", "a/dangling");
+    EXPECT_EQ(gfile_rm("a", true), links_are_seen());
+    EXPECT_EQ(fs::exists("a"), !links_are_seen());
     EXPECT_EQ(site.read("outside/sub/x"), "1");
     EXPECT_EQ(site.read("file"), "2");
+}
+
+TEST_F(RemoveTree, TakesReadOnlyFilesAlong) {
+    site.write("a/x", "1");
+    set_mode("a/x", 0444);
+    EXPECT_TRUE(gfile_rm("a", true));
+    EXPECT_FALSE(fs::exists("a"));
 }
 
 TEST_F(RemoveTree, GoesOnAfterAFailureAndReportsItAtTheEnd) {
@@ -194,29 +206,33 @@ TEST_F(RemoveTree, GoesOnAfterAFailureAndReportsItAtTheEnd) {
     site.write("a/kept/y", "2");
     site.write("a/kept/deeper/z", "3");
     site.write("a/gone/z", "4");
-    for (const char* name : {"a", "a/kept/deeper", "a/gone"}) fs::permissions(name, fs::perms(0777));
-    fs::permissions("a/kept", fs::perms(0555));
-    EXPECT_TRUE(holds_for_ordinary_user([] { return !gfile_rm("a", true); }));
-    fs::permissions("a/kept", fs::perms(0755));
+    for (const char* name : {"a", "a/kept/deeper", "a/gone"}) set_mode(name, 0777);
+    {
+        const Denial denial = Denial::of_changing("a/kept");
+        EXPECT_TRUE(holds_for_ordinary_user([] { return !gfile_rm("a", true); }));
+    }
     EXPECT_THAT(entries_below("a"), ElementsAre("kept", "kept/deeper", "kept/y"));
 }
 
 TEST_F(RemoveTree, UnreadableDirectoryStays) {
     site.write("a/x", "1");
     fs::create_directory("a/secret");
-    fs::permissions("a", fs::perms(0777));
-    fs::permissions("a/secret", fs::perms(0000));
-    EXPECT_TRUE(holds_for_ordinary_user([] { return !gfile_rm("a", true); }));
-    fs::permissions("a/secret", fs::perms(0755));
+    set_mode("a", 0777);
+    {
+        const Denial denial = Denial::of_reading("a/secret");
+        EXPECT_TRUE(holds_for_ordinary_user([] { return !gfile_rm("a", true); }));
+    }
     EXPECT_THAT(entries_below("a"), ElementsAre("secret"));
 }
 
 TEST_F(RemoveTree, WithNamesThatDifferInLetterCase) {
-    site.write("t/a/x", "1");
-    site.write("t/A/x", "2");
-    site.write("t/A/X", "3");
+    for (const char* name : {"t/a", "t/A"}) write_beside(name, "");
     EXPECT_TRUE(gfile_rm("t\\A", true));
-    EXPECT_THAT(entries_below("t"), ElementsAre("a", "a/x"));
+    EXPECT_THAT(entries_below("t"), ElementsAre("a"));
+    write_beside("u/dir/x", "");
+    write_beside("u/dir/X", "");
+    EXPECT_TRUE(gfile_rm("u", true));
+    EXPECT_FALSE(fs::exists("u"));
 }
 
 TEST_F(RemoveTree, OfDepth200) {
@@ -228,12 +244,11 @@ TEST_F(RemoveTree, OfDepth200) {
 TEST_F(RemoveTree, AsDeepAsNamesMayBeWithFewOpenFiles) {
     grow_deep_tree("t", 510);
     for (fs::path path = "t/d"; path.string().size() < 1000; path /= "d/d/d") site.write(path.string() + "/e/f", "");
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
-    const rlimit few{60, before.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
-    const bool removed = gfile_rm("t", true);
-    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+    bool removed = false;
+    {
+        const OpenFileLimit limit(60);
+        removed = gfile_rm("t", true);
+    }
     EXPECT_TRUE(removed);
     EXPECT_FALSE(fs::exists("t"));
 }

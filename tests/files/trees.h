@@ -3,8 +3,9 @@
 
 #include "support/random_text.h"
 #include "support/temporary_directory.h"
+#include "support/temporary_place.h"
 
-#include <cstdlib>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -13,32 +14,37 @@
 
 namespace orvix::test {
 
-// A directory to work in, in memory where the system has such a place: disks take their time with many small files.
+// A directory to work in.
 class TreeSite {
 public:
     const TemporaryDirectory& directory() const { return directory_; }
 
 private:
-    static const char* place() {
-        return std::filesystem::is_directory("/dev/shm") ? "/dev/shm" : std::getenv("TMPDIR");
-    }
-
-    ScopedVariable variable_{"TMPDIR", place()};
+    ScopedVariable variable_{temporary_place, fast_place()};
     TemporaryDirectory directory_{TemporaryDirectory::Enter::yes};
 };
 
 // All entries below a directory, relative to it.
-inline std::set<std::string> entries_below(const std::filesystem::path& directory) {
+inline std::set<std::string> entries_below(
+    const std::filesystem::path& directory,
+    std::filesystem::directory_options options = std::filesystem::directory_options::none) {
     std::set<std::string> names;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(directory)) {
-        names.insert(entry.path().lexically_relative(directory).string());
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(directory, options)) {
+        names.insert(entry.path().lexically_relative(directory).generic_string());
     }
     return names;
 }
 
-// True if the system's own comparison finds the same entries with the same bytes.
-inline bool same_trees(const std::string& a, const std::string& b) {
-    return std::system(("diff -r '" + a + "' '" + b + "'").c_str()) == 0;
+// True if two trees have the same entries with the same bytes, links counting as what they lead to.
+inline bool same_trees(const std::filesystem::path& a, const std::filesystem::path& b) {
+    constexpr auto through_links = std::filesystem::directory_options::follow_directory_symlink;
+    const std::set<std::string> entries = entries_below(a, through_links);
+    if (entries != entries_below(b, through_links)) return false;
+    return std::all_of(entries.begin(), entries.end(), [&](const std::string& entry) {
+        const bool directory = std::filesystem::is_directory(a / entry);
+        if (directory != std::filesystem::is_directory(b / entry)) return false;
+        return directory || read_file(a / entry) == read_file(b / entry);
+    });
 }
 
 // Fills a directory with files and directories whose names are hard on programs that join and split them.
@@ -48,7 +54,7 @@ inline void grow_random_tree(const std::filesystem::path& directory, RandomText&
     const std::size_t entries = random.number(most_entries);
     for (std::size_t i = 0; i < entries; ++i) {
         const std::filesystem::path& parent = directories[random.number(directories.size() - 1)];
-        const std::string name = random.text("aAbB.~ *?\\:$%'\xc3\xa4", 6);
+        const std::string name = random.text(letters_of_names, 6);
         const std::filesystem::path path = parent / name;
         if (name.empty() || name == "." || name == ".." || std::filesystem::exists(path)) continue;
         if (random.number(3) == 0) {

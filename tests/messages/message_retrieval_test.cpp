@@ -1,13 +1,10 @@
 #include "messages/message_site.h"
+#include "support/denial.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
-
-#ifndef _WIN32
-#include <sys/stat.h>
-#include <unistd.h>
-#endif
+#include <filesystem>
 
 namespace {
 
@@ -173,14 +170,14 @@ TEST_F(GmsgRetrieveMessage, DirectoryInPlaceOfTheFileCannotBeLoaded) {
     EXPECT_EQ(messages.text("GENERAL", 1), "first");
 }
 
-#ifndef _WIN32
 TEST_F(GmsgRetrieveMessage, FileThatMayNotBeReadCannotBeLoaded) {
-    if (geteuid() == 0) GTEST_SKIP() << "root may read everything";
-    chmod("general.eng", 0);
-    const Messages messages;
-    EXPECT_EQ(messages.text("GENERAL", 1), "(code 14)");
+    const orvix::test::Denial denial = orvix::test::Denial::of_reading("general.eng");
+    std::filesystem::permissions(".", std::filesystem::perms::all);
+    EXPECT_TRUE(orvix::test::holds_for_ordinary_user([] {
+        const Messages messages;
+        return messages.text("GENERAL", 1) == "(code 14)";
+    }));
 }
-#endif
 
 TEST_F(GmsgRetrieveMessage, EmptyFileHasNoMessages) {
     site_.write("general.eng", "");

@@ -6,6 +6,7 @@
 #include <orvix/gsl/status.h>
 #include <support/buffer.h>
 #include <support/temporary_directory.h>
+#include "support/links.h"
 
 #include <filesystem>
 #include <memory>
@@ -33,7 +34,7 @@ protected:
     static void point_link_to(const char* directory) {
         fs::create_directory(directory);
         fs::remove("link");
-        fs::create_directory_symlink(directory, "link");
+        make_directory_link(directory, "link");
     }
 
     const TemporaryDirectory directory_{TemporaryDirectory::Enter::yes};
@@ -43,7 +44,7 @@ protected:
 
 TEST_F(CanonicalDirectory, LinksAndParentsAreResolved) {
     fs::create_directories("Real/Below");
-    fs::create_directory_symlink("Real/Below", "link");
+    make_directory_link("Real/Below", "link");
     EXPECT_EQ(name_of(below("link")), here() + "\\real\\below");
     EXPECT_EQ(name_of(below("link/..")), here() + "\\real");
     EXPECT_EQ(name_of_path(below("link")), here() + "\\real\\below");
@@ -91,12 +92,12 @@ TEST_F(CanonicalDirectory, EachCallGivesABlockOfItsOwn) {
 
 TEST_F(CanonicalDirectory, AnswerOutlivesTheRenamingOfTheDirectory) {
     fs::create_directory("real");
-    fs::create_directory_symlink("real", "link");
+    make_directory_link("real", "link");
     const std::string before = name_of(below("link"));
     const std::string before_as_path = name_of_path(below("link"));
     fs::remove("link");
     fs::rename("real", "renamed");
-    fs::create_directory_symlink("renamed", "link");
+    make_directory_link("renamed", "link");
     EXPECT_EQ(name_of(below("link")), before);
     EXPECT_EQ(name_of_path(below("link")), before_as_path);
     EXPECT_EQ(before, here() + "\\real");
@@ -107,7 +108,7 @@ TEST_F(CanonicalDirectory, AnswerForAMissingDirectoryOutlivesItsCreation) {
     fs::create_directory("a");
     EXPECT_EQ(name_of(below("Late")), here() + "\\late");
     EXPECT_EQ(name_of_path(below("Late")), here() + "\\late");
-    fs::create_directory_symlink("a", "Late");
+    make_directory_link("a", "Late");
     EXPECT_EQ(name_of(below("Late")), here() + "\\late");
     EXPECT_EQ(name_of_path(below("Late")), here() + "\\late");
 }

@@ -4,6 +4,7 @@
 #include <orvix/gsl/canonical_names.h>
 #include <support/buffer.h>
 #include <support/temporary_directory.h>
+#include "support/links.h"
 
 #include <filesystem>
 #include <optional>
@@ -31,7 +32,7 @@ protected:
 
 TEST_F(HxCanonicalPathForce, DirectoryBehindALinkHasItsOwnName) {
     fs::create_directory("Real");
-    fs::create_directory_symlink("Real", "link");
+    make_directory_link("Real", "link");
     EXPECT_EQ(forced("link/File"), here() + "\\real\\file");
     EXPECT_EQ(HX_canonical_path_force_new("link/File"), here() + "\\real\\file");
 }
@@ -44,7 +45,7 @@ TEST_F(HxCanonicalPathForce, ParentInTheDirectoryIsResolved) {
 
 TEST_F(HxCanonicalPathForce, LastPartIsNotLookedUp) {
     fs::create_directory("a");
-    fs::create_directory_symlink("a", "link");
+    make_directory_link("a", "link");
     EXPECT_EQ(forced("a/link"), here() + "\\a\\link");
     EXPECT_EQ(forced("link"), here() + "\\link");
     EXPECT_EQ(forced("a/.."), here() + "\\a\\..");

@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 #include <orvix/gsl/canonical_names.h>
 #include <support/buffer.h>
+#include <support/drives.h>
 #include <support/random_text.h>
 #include <support/temporary_directory.h>
+#include "support/links.h"
 
 #include <cstring>
 #include <filesystem>
@@ -106,13 +108,14 @@ TEST(HxCanonicalPath, InTheRootOfTheDriveOneSeparatorStands) {
 TEST(HxCanonicalPath, NothingIsLookedUp) {
     const TemporaryDirectory directory(TemporaryDirectory::Enter::yes);
     std::filesystem::create_directory("real");
-    std::filesystem::create_directory_symlink("real", "link");
+    make_directory_link("real", "link");
     EXPECT_EQ(canonical("link/x"), here() + "\\link\\x");
 }
 
 TEST(HxCanonicalPath, CurrentDirectoryOnAMappedDriveIsSpelledWithItsLetter) {
     const TemporaryDirectory directory(TemporaryDirectory::Enter::yes);
-    const ScopedVariable drive("ORVIX_DRIVE_D", directory.path().c_str());
+    const MappedDrive drive('D', directory.path());
+    std::filesystem::current_path(drives_are_variables ? directory.path() : "D:\\");
     EXPECT_EQ(canonical("X"), "d:\\x");
 }
 

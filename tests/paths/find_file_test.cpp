@@ -5,6 +5,7 @@
 #include <orvix/gsl/environment.h>
 #include <orvix/gsl/status.h>
 #include <support/temporary_directory.h>
+#include "support/links.h"
 
 #include <filesystem>
 #include <memory>
@@ -103,7 +104,7 @@ TEST_F(HxFindFile, DirectoryIsFoundWhereDirectoriesAreAccepted) {
 
 TEST_F(HxFindFile, LinkToAFileIsNeverFound) {
     directory_.write("a/file", "");
-    fs::create_symlink("file", "a/link");
+    make_link("file", "a/link");
     EXPECT_EQ(found("link", "a", files_only), "");
     EXPECT_EQ(found("link", "a", also_directories), "");
     EXPECT_EQ(found(directory_.name("a/link").c_str(), nullptr), "");
@@ -113,25 +114,25 @@ TEST_F(HxFindFile, LinkToAFileIsNeverFound) {
 TEST_F(HxFindFile, LinkToAFileDoesNotHideTheFileOfALaterDirectory) {
     fs::create_directory("a");
     directory_.write("b/x", "");
-    fs::create_symlink("../b/x", "a/x");
+    make_link("../b/x", "a/x");
     EXPECT_EQ(found("x", "a;b"), "b\\x");
 }
 
 TEST_F(HxFindFile, FileBelowALinkToItsDirectoryIsFound) {
     directory_.write("a/x", "");
-    fs::create_directory_symlink("a", "link");
+    make_directory_link("a", "link");
     EXPECT_EQ(found("x", "link"), "link\\x");
 }
 
 TEST_F(HxFindFile, LinkToADirectoryIsFoundWhereDirectoriesAreAccepted) {
     fs::create_directory("a");
-    fs::create_directory_symlink("a", "link");
+    make_directory_link("a", "link");
     EXPECT_EQ(found("link", ".", files_only), "");
     EXPECT_EQ(found("link", ".", also_directories), ".\\link");
 }
 
 TEST_F(HxFindFile, LinkToNothingIsNotFound) {
-    fs::create_symlink("nothing", "link");
+    make_link("nothing", "link");
     EXPECT_EQ(found("link", ".", also_directories), "");
 }
 

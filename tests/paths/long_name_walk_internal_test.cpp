@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <support/temporary_directory.h>
+#include "support/links.h"
 
 #include <filesystem>
 #include <string>
@@ -26,7 +27,7 @@ TEST(LongNameWalk, PartsThatAreMissingStayAsTyped) {
 TEST(LongNameWalk, LinksAreNotFollowed) {
     const TemporaryDirectory directory;
     std::filesystem::create_directory(directory.path() / "a");
-    std::filesystem::create_directory_symlink("a", directory.path() / "Link");
+    make_directory_link("a", directory.path() / "Link");
     EXPECT_EQ(long_name_walk(directory.name("link")), directory.name("Link"));
 }
 

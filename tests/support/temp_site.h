@@ -32,7 +32,7 @@ public:
     TempSite(const TempSite&) = delete;
     TempSite& operator=(const TempSite&) = delete;
 
-    std::filesystem::path path(std::string_view relative = "") const { return directory_.path() / relative; }
+    std::filesystem::path path(std::string_view relative = "") const { return directory_.path() / host_path(relative); }
 
     // The name of a file below, in the library's form.
     std::string name(std::string_view relative = "") const { return directory_.name(relative); }

@@ -1,7 +1,8 @@
 #include "support/temporary_directory.h"
 
+#include "support/host.h"
+
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -12,18 +13,6 @@ namespace orvix::test {
 namespace fs = std::filesystem;
 
 namespace {
-
-void set_variable(const char* name, const char* value) {
-#ifdef _WIN32
-    _putenv_s(name, value != nullptr ? value : "");
-#else
-    if (value != nullptr) {
-        setenv(name, value, 1);
-    } else {
-        unsetenv(name);
-    }
-#endif
-}
 
 fs::path unique_directory() {
     std::random_device device;
@@ -43,37 +32,36 @@ TemporaryDirectory::TemporaryDirectory(Enter enter) : path_(unique_directory()),
 TemporaryDirectory::~TemporaryDirectory() {
     std::error_code ignored;
     fs::current_path(before_, ignored);
-    fs::remove_all(path_, ignored);
+    remove_tree(path_);
 }
 
 std::string TemporaryDirectory::name(std::string_view relative) const {
-    return library_name(relative.empty() ? path_ : path_ / relative);
+    return library_name(relative.empty() ? path_ : path_ / host_path(relative));
 }
 
 std::string TemporaryDirectory::write(std::string_view relative, std::string_view bytes) const {
-    const fs::path file = path_ / relative;
+    const fs::path file = path_ / host_path(relative);
     fs::create_directories(file.parent_path());
     write_file(file, bytes);
     return library_name(file);
 }
 
-std::string TemporaryDirectory::read(std::string_view relative) const { return read_file(path_ / relative); }
+std::string TemporaryDirectory::read(std::string_view relative) const { return read_file(path_ / host_path(relative)); }
 
-ScopedVariable::ScopedVariable(const char* name, const char* value) : name_(name), was_set_(false) {
-    if (const char* before = std::getenv(name); before != nullptr) {
-        before_ = before;
-        was_set_ = true;
-    }
-    set_variable(name, value);
+ScopedVariable::ScopedVariable(const char* name, const char* value) : name_(name), before_(process_variable(name)) {
+    set_process_variable(name, value != nullptr ? std::optional<std::string>(value) : std::nullopt);
 }
 
-ScopedVariable::~ScopedVariable() { set_variable(name_.c_str(), was_set_ ? before_.c_str() : nullptr); }
+ScopedVariable::ScopedVariable(const char* name, const fs::path& value)
+    : ScopedVariable(name, name_of_host(value).c_str()) {}
+
+ScopedVariable::~ScopedVariable() { set_process_variable(name_.c_str(), before_); }
+
+fs::path host_path(std::string_view utf8) { return std::u8string(utf8.begin(), utf8.end()); }
 
 std::string library_name(const fs::path& host) {
-    std::string text = host.string();
-#ifndef _WIN32
-    if (text.starts_with('/')) text.insert(0, "C:");
-#endif
+    std::string text = name_of_host(host);
+    if (text.starts_with('/')) text.insert(0, root_drive);
     std::replace(text.begin(), text.end(), '/', '\\');
     return text;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -37,18 +38,25 @@ private:
 class ScopedVariable {
 public:
     ScopedVariable(const char* name, const char* value);
+    // Sets it to the name of a file or directory.
+    ScopedVariable(const char* name, const std::filesystem::path& value);
     ~ScopedVariable();
     ScopedVariable(const ScopedVariable&) = delete;
     ScopedVariable& operator=(const ScopedVariable&) = delete;
 
 private:
     std::string name_;
-    std::string before_;
-    bool was_set_;
+    std::optional<std::string> before_;
 };
+
+// A host's path from UTF-8, relative or of the host's own form.
+std::filesystem::path host_path(std::string_view utf8);
 
 // A name of the host in the library's form: drive letter and backslashes.
 std::string library_name(const std::filesystem::path& host);
+
+// Letters that the host allows in names, those among them that are hard on programs that join and split names.
+extern const char* const letters_of_names;
 
 std::string read_file(const std::filesystem::path& host);
 void write_file(const std::filesystem::path& host, std::string_view bytes);

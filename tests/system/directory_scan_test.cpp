@@ -9,6 +9,7 @@
 #include <cstring>
 #include <filesystem>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -33,6 +34,11 @@ std::vector<std::string> sorted_entries(const std::string& name) {
     EXPECT_EQ(closedir(scan), 0);
     std::sort(entries.begin(), entries.end());
     return entries;
+}
+
+// What tells files apart in their records; the number of a file is not known everywhere.
+auto identity(const orvix::core::FileStatus32& record) {
+    return std::tuple(record.st_ino, record.st_mtime, record.st_ctime);
 }
 
 class DirectoryScan : public testing::Test {
@@ -102,7 +108,8 @@ TEST_F(DirectoryScan, DotAndDotDotAreHandedOutInTheSystemsOrder) {
     while (const dirent* entry = readdir(scan)) ours.emplace_back(entry->d_name);
     closedir(scan);
     std::vector<std::string> theirs;
-    for (const auto& entry : fs::directory_iterator(site.path() / "dir")) theirs.push_back(entry.path().filename());
+    for (const auto& entry : fs::directory_iterator(site.path() / "dir"))
+        theirs.push_back(entry.path().filename().string());
     EXPECT_EQ(std::count(ours.begin(), ours.end(), "."), 1);
     EXPECT_EQ(std::count(ours.begin(), ours.end(), ".."), 1);
     std::erase(ours, ".");
@@ -146,10 +153,10 @@ TEST_F(GslStat, ABareDriveIsLookedAtAsItsRoot) {
     orvix::core::FileStatus32 root;
     ASSERT_EQ(gsl_stat("c:", &drive), 0);
     ASSERT_EQ(gsl_stat("c:\\", &root), 0);
-    EXPECT_EQ(drive.st_ino, root.st_ino);
+    EXPECT_EQ(identity(drive), identity(root));
     orvix::core::FileStatus32 here;
     ASSERT_EQ(gsl_stat(".", &here), 0);
-    EXPECT_NE(drive.st_ino, here.st_ino);
+    EXPECT_NE(identity(drive), identity(here));
 }
 
 TEST_F(GslStat, ASeparatorAtTheEndOfADirectoryIsIgnored) {
@@ -192,9 +199,10 @@ TEST_F(GslStat, TheRecordTellsSizeAndTimes) {
 }
 
 TEST_F(GslStat, OnlyTheDirectoryBitsMakeADirectory) {
+    using Mode = decltype(orvix::core::FileStatus32::st_mode);
     orvix::core::FileStatus32 record{};
     for (const unsigned type : {0U, 010000U, 020000U, 060000U, 0100000U, 0120000U, 0140000U}) {
-        record.st_mode = type | 0777U;
+        record.st_mode = static_cast<Mode>(type | 0777U);
         EXPECT_FALSE(gsl_stat_is_dir(&record)) << type;
     }
     record.st_mode = 040755U;

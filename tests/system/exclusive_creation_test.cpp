@@ -1,5 +1,10 @@
+#include "support/descriptors.h"
+#include "support/drives.h"
+#include "support/links.h"
+#include "support/permissions.h"
 #include "support/temporary_directory.h"
 
+#include <orvix/core/files.h>
 #include <orvix/core/processes.h>
 #include <orvix/gsl/status.h>
 #include <orvix/gsl/temporary_names.h>
@@ -7,20 +12,20 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <string>
 #include <utility>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 namespace fs = std::filesystem;
 
 namespace {
 
+using orvix::test::close_descriptor;
+using orvix::test::kept_mode;
+using orvix::test::make_link;
+using orvix::test::mode_of;
 using orvix::test::TemporaryDirectory;
 
 // The last digits of the process number, filled up with zeros.
@@ -42,7 +47,7 @@ Made make(std::string name) {
     errno = 0;
     const int descriptor = orvix::gsl::mkstemp(name.data());
     const int error = errno;
-    if (descriptor != -1) close(descriptor);
+    if (descriptor != -1) close_descriptor(descriptor);
     return {descriptor == -1 ? error : 0, name.c_str()};
 }
 
@@ -119,7 +124,8 @@ TEST_F(Mkstemp, BackslashesSkipTheTestOfTheDirectory) {
 }
 
 TEST_F(Mkstemp, ASlashAtTheVeryStartSkipsTheTestOfTheDirectory) {
-    const orvix::test::ScopedVariable drive("ORVIX_DRIVE_D", directory.path().c_str());
+    const orvix::test::MappedDrive drive('D', directory.path());
+    ASSERT_EQ(orvix::chdir_utf8("D:\\"), 0);
     EXPECT_EQ(make("/XX"), (Made{0, "/" + process_digits(2)}));
     EXPECT_TRUE(exists(process_digits(2)));
 }
@@ -127,24 +133,22 @@ TEST_F(Mkstemp, ASlashAtTheVeryStartSkipsTheTestOfTheDirectory) {
 TEST_F(Mkstemp, TheFileIsEmptyAndItsOwnersAlone) {
     const Made made = make("netXXXXXX");
     EXPECT_EQ(fs::file_size(made.name), 0U);
-    EXPECT_EQ(fs::status(made.name).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(mode_of(made.name), kept_mode(0600));
 }
 
 TEST_F(Mkstemp, TheDescriptorReadsAndWritesAndIsNotInherited) {
     char name[] = "netXXXXXX";
     const int descriptor = orvix::gsl::mkstemp(name);
     ASSERT_NE(descriptor, -1);
-    std::array<char, 3> bytes{};
-    EXPECT_EQ(write(descriptor, "a\n", 3), 3);
-    EXPECT_EQ(pread(descriptor, bytes.data(), bytes.size(), 0), 3);
-    EXPECT_STREQ(bytes.data(), "a\n");
-    EXPECT_NE(fcntl(descriptor, F_GETFD) & FD_CLOEXEC, 0);
-    close(descriptor);
+    EXPECT_TRUE(orvix::test::write_bytes(descriptor, "a\n"));
+    EXPECT_EQ(orvix::test::bytes_at_start(descriptor, 9), "a\n");
+    EXPECT_FALSE(orvix::test::is_inherited(descriptor));
+    close_descriptor(descriptor);
 }
 
 TEST_F(Mkstemp, ALinkThatLeadsNowhereCountsAsTaken) {
     const std::string digits = process_digits(2);
-    fs::create_symlink("nowhere", digits);
+    make_link("nowhere", digits);
     EXPECT_EQ(make("XX"), (Made{0, "a" + digits.substr(1)}));
     EXPECT_FALSE(exists("nowhere"));
 }

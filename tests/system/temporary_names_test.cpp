@@ -1,4 +1,5 @@
 #include "support/temporary_directory.h"
+#include "support/temporary_place.h"
 
 #include <orvix/gsl/temporary_names.h>
 
@@ -16,6 +17,7 @@ namespace {
 
 using orvix::test::library_name;
 using orvix::test::ScopedVariable;
+using orvix::test::temporary_place;
 using orvix::test::TemporaryDirectory;
 using testing::AnyOf;
 using testing::StartsWith;
@@ -39,13 +41,13 @@ TEST(GslTempnam, GivesAnotherNameEachTime) {
 
 TEST(GslTempnam, WithoutADirectoryTakesTheSystems) {
     const TemporaryDirectory directory;
-    const ScopedVariable variable("TMPDIR", directory.path().c_str());
+    const ScopedVariable variable(temporary_place, directory.path());
     EXPECT_THAT(gsl_tempnam(nullptr, "net"), StartsWith(directory.name() + "\\net"));
 }
 
 TEST(GslTempnam, WithAMissingDirectoryTakesTheSystems) {
     const TemporaryDirectory directory;
-    const ScopedVariable variable("TMPDIR", directory.path().c_str());
+    const ScopedVariable variable(temporary_place, directory.path());
     EXPECT_THAT(gsl_tempnam(directory.name("missing").c_str(), "net"), StartsWith(directory.name() + "\\net"));
 }
 
@@ -56,11 +58,8 @@ TEST(GslTempnam, WithoutAPrefixTheNameIsStillNotEmpty) {
     EXPECT_GT(name.size(), directory.name().size() + 1);
 }
 
-TEST(GslTempnam, FailsWhereNoDriveHoldsTheDirectory) {
-    const TemporaryDirectory directory;
-    const TemporaryDirectory other;
-    const ScopedVariable only_drive("ORVIX_DRIVE_C", other.path().c_str());
-    const ScopedVariable variable("TMPDIR", directory.path().c_str());
+TEST(GslTempnam, FailsWhereNoNameIsToBeHad) {
+    const orvix::test::NoTemporaryName none;
     EXPECT_EQ(gsl_tempnam(nullptr, "net"), "");
 }
 
@@ -74,7 +73,7 @@ protected:
     std::string in_home(const std::string& last_part) const { return home.name() + "\\" + last_part; }
 
     TemporaryDirectory home;
-    ScopedVariable variable{"HOME", home.path().c_str()};
+    ScopedVariable variable{"HOME", home.path()};
 };
 
 TEST_F(GslTmpnam, GivesANameInTheHomeDirectoryWithTheDefaultPrefix) {
@@ -140,7 +139,7 @@ TEST_F(GslTmpnam, TheTextOfTheLibraryIsThatOfTheLastCall) {
 
 TEST_F(GslTmpnam, WithoutAHomeDirectoryTakesTheSystems) {
     const TemporaryDirectory system;
-    const ScopedVariable temporary("TMPDIR", system.path().c_str());
+    const ScopedVariable temporary(temporary_place, system.path());
     for (const char* value : {static_cast<const char*>(nullptr), "", "/no/such/directory"}) {
         SCOPED_TRACE(value != nullptr ? value : "not set");
         const ScopedVariable no_home("HOME", value);
@@ -149,9 +148,7 @@ TEST_F(GslTmpnam, WithoutAHomeDirectoryTakesTheSystems) {
 }
 
 TEST_F(GslTmpnam, AFailureGivesNullAndAnEmptyBuffer) {
-    const TemporaryDirectory other;
-    const ScopedVariable only_drive("ORVIX_DRIVE_C", other.path().c_str());
-    const ScopedVariable temporary("TMPDIR", home.path().c_str());
+    const orvix::test::NoTemporaryName none;
     char buffer[1024] = "before";
     EXPECT_EQ(gsl_tmpnam(buffer), nullptr);
     EXPECT_STREQ(buffer, "");
@@ -160,7 +157,7 @@ TEST_F(GslTmpnam, AFailureGivesNullAndAnEmptyBuffer) {
 // Each test is a process of its own under ctest, so no prefix has been set here.
 TEST(GslTmpnamWithoutAPrefix, BeginsTheLastPartAsItLikes) {
     const TemporaryDirectory home;
-    const ScopedVariable variable("HOME", home.path().c_str());
+    const ScopedVariable variable("HOME", home.path());
     const std::string name = gsl_tmpnam(nullptr);
     EXPECT_THAT(name, StartsWith(home.name() + "\\"));
     EXPECT_GT(name.size(), home.name().size() + 1);

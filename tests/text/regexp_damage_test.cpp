@@ -2,10 +2,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <orvix/gsl/regular_expressions.h>
+#include <support/abort.h>
 #include <support/random_text.h>
 #include <support/regexp_record.h>
 
-#include <csignal>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -14,7 +14,6 @@
 
 using namespace orvix::test;
 using namespace orvix::test::regexp;
-using testing::KilledBySignal;
 
 namespace {
 
@@ -34,34 +33,32 @@ private:
 
 auto fatal(const char* message) { return testing::Eq(std::string("\nFATAL ERROR: regexp(3): ") + message); }
 
-bool ended_in_peace_or_abort(int status) {
-    return KilledBySignal(SIGABRT)(status) || testing::ExitedWithCode(0)(status);
-}
+bool ended_in_peace_or_abort(int status) { return ended_by_abort(status) || testing::ExitedWithCode(0)(status); }
 
 }  // namespace
 
 TEST(DamagedProgram, WrongCheckByte) {
-    EXPECT_EXIT(Damaged("a", 0, 155).search("a"), KilledBySignal(SIGABRT), fatal("corrupted program"));
+    EXPECT_EXIT(Damaged("a", 0, 155).search("a"), ended_by_abort, fatal("corrupted program"));
 }
 
 TEST(DamagedProgram, OpcodesThatDoNotExist) {
     for (const char byte : std::string_view("\14\23\24\36\50\143\377")) {  // 12, 19, 20, 30, 40, 99, 255
         const auto opcode = static_cast<unsigned char>(byte);
         SCOPED_TRACE(static_cast<int>(opcode));
-        EXPECT_EXIT(Damaged("ab", 1, opcode).search("ab"), KilledBySignal(SIGABRT), fatal("memory corruption"));
-        EXPECT_EXIT(Damaged("ab", 4, opcode).search("ab"), KilledBySignal(SIGABRT), fatal("memory corruption"));
+        EXPECT_EXIT(Damaged("ab", 1, opcode).search("ab"), ended_by_abort, fatal("memory corruption"));
+        EXPECT_EXIT(Damaged("ab", 4, opcode).search("ab"), ended_by_abort, fatal("memory corruption"));
     }
 }
 
 TEST(DamagedProgram, ANodeWithoutNextOne) {
-    EXPECT_EXIT(Damaged("ab", 6, 0).search("ab"), KilledBySignal(SIGABRT), fatal("corrupted pointers"));
-    EXPECT_EXIT(Damaged(".", 6, 0).search("ab"), KilledBySignal(SIGABRT), fatal("corrupted pointers"));
-    EXPECT_EXIT(Damaged("a*", 6, 0).search("ab"), KilledBySignal(SIGABRT), fatal("corrupted pointers"));
+    EXPECT_EXIT(Damaged("ab", 6, 0).search("ab"), ended_by_abort, fatal("corrupted pointers"));
+    EXPECT_EXIT(Damaged(".", 6, 0).search("ab"), ended_by_abort, fatal("corrupted pointers"));
+    EXPECT_EXIT(Damaged("a*", 6, 0).search("ab"), ended_by_abort, fatal("corrupted pointers"));
 }
 
 TEST(DamagedProgram, ARepeatOfWhatIsNotOneByte) {
-    EXPECT_EXIT(Damaged("a*", 7, 0).search("a"), KilledBySignal(SIGABRT), fatal("internal foulup"));
-    EXPECT_EXIT(Damaged("[ab]+", 7, 6).search("a"), KilledBySignal(SIGABRT), fatal("internal foulup"));
+    EXPECT_EXIT(Damaged("a*", 7, 0).search("a"), ended_by_abort, fatal("internal foulup"));
+    EXPECT_EXIT(Damaged("[ab]+", 7, 6).search("a"), ended_by_abort, fatal("internal foulup"));
 }
 
 TEST(DamagedProgram, IsMetOnlyWhereTheWalkComesBy) {
@@ -76,8 +73,8 @@ TEST(DamagedProgram, ChangedBytesOfATextCount) {
 }
 
 TEST(DamagedProgram, ALinkOutOfTheProgramIsCorrupted) {
-    EXPECT_EXIT(Damaged("ab", 5, 255).search("ab"), KilledBySignal(SIGABRT), fatal("corrupted pointers"));
-    EXPECT_EXIT(Damaged("(ab)*", 23, 255).search("ab"), KilledBySignal(SIGABRT), fatal("corrupted pointers"));
+    EXPECT_EXIT(Damaged("ab", 5, 255).search("ab"), ended_by_abort, fatal("corrupted pointers"));
+    EXPECT_EXIT(Damaged("(ab)*", 23, 255).search("ab"), ended_by_abort, fatal("corrupted pointers"));
 }
 
 TEST(DamagedProgram, ATextWithoutEndIsCorrupted) {
@@ -88,7 +85,7 @@ TEST(DamagedProgram, ATextWithoutEndIsCorrupted) {
             std::memset(record->program + 10, 1, 4);
             gsl_regexec(record.get(), "abc\1\1\1\1\1\1\1\1\1\1\1\1\1\1\1\1\1");
         },
-        KilledBySignal(SIGABRT), fatal("memory corruption"));
+        ended_by_abort, fatal("memory corruption"));
 }
 
 TEST(DamagedProgram, ALoopThatTakesNothingEnds) {

@@ -1,18 +1,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <orvix/gsl/regular_expressions.h>
+#include <support/abort.h>
 #include <support/regexp_random.h>
 #include <support/regexp_record.h>
 
-#include <csignal>
 #include <string>
 
 using namespace orvix::test::regexp;
-using testing::KilledBySignal;
+using orvix::test::ended_by_abort;
 
 // A call that must end the process with the message and nothing else.
 #define EXPECT_FATAL(call, message) \
-    EXPECT_EXIT(call, KilledBySignal(SIGABRT), testing::Eq(std::string("\nFATAL ERROR: regexp(3): ") + (message)))
+    EXPECT_EXIT(call, ended_by_abort, testing::Eq(std::string("\nFATAL ERROR: regexp(3): ") + (message)))
 
 TEST(Gsl_regerror, ReportsAndAborts) { EXPECT_FATAL(gsl_regerror("no such luck"), "no such luck"); }
 

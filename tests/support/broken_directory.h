@@ -1,0 +1,57 @@
+// Systems that refuse to tell of a file or a directory.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace orvix::test {
+
+// For the length of its scope the system refuses to list a directory that is open and empty.
+class BrokenDirectory {
+public:
+    explicit BrokenDirectory(const std::filesystem::path& directory);
+    ~BrokenDirectory();
+    BrokenDirectory(const BrokenDirectory&) = delete;
+    BrokenDirectory& operator=(const BrokenDirectory&) = delete;
+
+private:
+    void* replacement_ = nullptr;
+};
+
+// A directory that can be opened and not be listed, for the length of its scope.
+class UnlistableDirectory {
+public:
+    UnlistableDirectory();
+    ~UnlistableDirectory();
+    UnlistableDirectory(const UnlistableDirectory&) = delete;
+    UnlistableDirectory& operator=(const UnlistableDirectory&) = delete;
+
+    // False where the system has no such directory.
+    bool exists() const;
+
+    // The name of all its entries, in the library's form.
+    std::string wildcard() const;
+
+private:
+    int process_ = 0;
+    void* replacement_ = nullptr;
+};
+
+// For the length of its scope the system refuses to tell what a name stands for, without saying that it is missing.
+class UnreadableStatus {
+public:
+    UnreadableStatus();
+    ~UnreadableStatus();
+    UnreadableStatus(const UnreadableStatus&) = delete;
+    UnreadableStatus& operator=(const UnreadableStatus&) = delete;
+
+    std::string name() const;
+
+    // The errno of the refusal.
+    int error() const;
+
+private:
+    void* replacement_ = nullptr;
+};
+
+}  // namespace orvix::test
