@@ -121,22 +121,23 @@ void take_value(const Page& page, std::uint32_t index, DBT* value) {
 }
 
 // What an operation does once it stands on the page of the key, or on the last page of the chain.
-int act(htab* table, Action action, const DBT& key, DBT* value, _bufhead* buffer, Position position) {
+int act(htab* table, Action action, const DBT& key, const DBT* stored, DBT* found, _bufhead* buffer,
+        Position position) {
     if (position.result == Result::failed) return -1;
     if (position.result == Result::absent) {
         if (action == Action::get || action == Action::remove) return 1;
-        return __addel(table, buffer, &key, value) == 0 ? 0 : -1;
+        return __addel(table, buffer, &key, stored) == 0 ? 0 : -1;
     }
     const auto index = static_cast<std::int32_t>(position.index);
     switch (action) {
         case Action::put_new:
             return 1;
         case Action::get:
-            if (position.result == Result::marked) return __big_return(table, buffer, index, value, false);
-            take_value(Page(table, buffer), position.index, value);
+            if (position.result == Result::marked) return __big_return(table, buffer, index, found, false);
+            take_value(Page(table, buffer), position.index, found);
             return 0;
         case Action::put:
-            return __delpair(table, buffer, index) == 0 && __addel(table, buffer, &key, value) == 0 ? 0 : -1;
+            return __delpair(table, buffer, index) == 0 && __addel(table, buffer, &key, stored) == 0 ? 0 : -1;
         case Action::remove:
             return __delpair(table, buffer, index);
     }
@@ -171,21 +172,22 @@ void prefetch_text(const DBT& text) {
 
 }  // namespace
 
-int access(htab* table, Action action, const DBT& key, DBT* value) {
+int access(htab* table, Action action, const DBT& key, const DBT* stored, DBT* found) {
     const bool stores = action == Action::put || action == Action::put_new;
-    if (!is_storable(key) || (stores && !is_storable(*value))) {
+    if (!is_storable(key) || (stores && !is_storable(*stored))) {
         errno = EINVAL;
         return -1;
     }
     unpin_left(table);
-    if (stores) prefetch_text(*value);
+    if (stores) prefetch_text(*stored);
     const std::uint32_t bucket = bucket_of(table, hash_of(table, bytes_of(key)));
     _bufhead* const first = fetch_bucket(table, bucket);
     if (first == nullptr) return -1;
     pin(first);
+    if (stores) Page(table, first).prefetch_low();
     _bufhead* buffer = first;
     const Position position = find_in_chain(table, &buffer, bytes_of(key));
-    const int result = act(table, action, key, value, buffer, position);
+    const int result = act(table, action, key, stored, found, buffer, position);
     if (leaves_pinned(action, position, result)) {
         table->left_pinned = first;
     } else {

@@ -58,41 +58,66 @@ bool write_all(htab* table, std::span<const Modified> pages) {
     return true;
 }
 
-template <class Visit>
-bool visit_modified(htab* table, Visit visit) {
-    for (_bufhead* buffer = table->bufhead.prev; buffer != &table->bufhead; buffer = buffer->prev) {
-        if ((buffer->flags & BUFFER_DIRTY) != 0 && !is_blank(buffer) && !visit(buffer)) return false;
+bool is_modified(const _bufhead* buffer) { return (buffer->flags & BUFFER_DIRTY) != 0 && !is_blank(buffer); }
+
+std::size_t count_modified(const htab* table) {
+    std::size_t count = 0;
+    visit_buffers(table, [&](const _bufhead* buffer) { count += is_modified(buffer) ? 1U : 0U; });
+    return count;
+}
+
+// Without memory for a list of the pages.
+bool write_one_by_one(htab* table) {
+    bool written = true;
+    visit_buffers(table, [&](_bufhead* buffer) {
+        written = written && (!is_modified(buffer) || write_page(table, buffer->page, buffer->addr, kind_of(buffer)));
+    });
+    return written;
+}
+
+// The modified pages in the order in which they lie in the file. The directory has the pages of buckets in that order,
+// and is asked for them unless most of them are not here.
+bool list_modified(const htab* table, std::span<Modified> pages) {
+    std::size_t count = 0;
+    bool in_range = true;
+    const auto add = [&](_bufhead* buffer) {
+        if (count == pages.size()) return;
+        const std::int64_t offset = offset_of(table, buffer->addr, kind_of(buffer));
+        in_range = in_range && offset != -1;
+        pages[count++] = {static_cast<std::uint64_t>(offset), buffer};
+    };
+    const auto slots = static_cast<std::uint32_t>(table->seg_count) << table->seg_shift;
+    const bool ask_directory = slots / 4 < pages.size();
+    for (std::uint32_t bucket = 0; ask_directory && bucket < slots; ++bucket) {
+        _bufhead* const buffer = buffer_of(*slot_of(table, bucket));
+        if (buffer != nullptr && is_modified(buffer)) add(buffer);
     }
-    return true;
+    const auto rest = pages.begin() + static_cast<std::ptrdiff_t>(count);
+    visit_buffers(table, [&](_bufhead* buffer) {
+        const bool is_listed = ask_directory && (buffer->flags & BUFFER_BUCKET) != 0;
+        if (!is_listed && is_modified(buffer)) add(buffer);
+    });
+    const auto by_offset = [](const Modified& a, const Modified& b) { return a.offset < b.offset; };
+    std::sort(rest, pages.end(), by_offset);
+    std::inplace_merge(pages.begin(), rest, pages.end(), by_offset);
+    return in_range;
 }
 
 }  // namespace
 
 bool write_modified(htab* table) {
-    std::size_t count = 0;
-    visit_modified(table, [&](_bufhead*) { return ++count != 0; });
+    const std::size_t count = count_modified(table);
     if (count == 0) return true;
-    const std::unique_ptr<Modified[]> pages(new (std::nothrow) Modified[count]);
-    if (pages == nullptr || table->fp == -1) {
-        return visit_modified(
-            table, [&](_bufhead* buffer) { return write_page(table, buffer->page, buffer->addr, kind_of(buffer)); });
-    }
-    std::size_t at = 0;
-    const bool in_range = visit_modified(table, [&](_bufhead* buffer) {
-        const std::int64_t offset = offset_of(table, buffer->addr, kind_of(buffer));
-        if (offset == -1) return false;
-        pages[at++] = {static_cast<std::uint64_t>(offset), buffer};
-        return true;
-    });
-    if (!in_range) return false;
-    const std::span<Modified> all(pages.get(), count);
-    const auto by_offset = [](const Modified& a, const Modified& b) { return a.offset < b.offset; };
-    std::sort(all.begin(), all.end(), by_offset);
+    const std::unique_ptr<Modified[]> list(new (std::nothrow) Modified[count]);
+    if (list == nullptr || table->fp == -1) return write_one_by_one(table);
+    const std::span<Modified> pages(list.get(), count);
+    if (!list_modified(table, pages)) return false;
 
     const auto file_bytes = static_cast<std::uint64_t>(std::max<std::int64_t>(0, core::size_of_descriptor(table->fp)));
-    const auto behind = std::lower_bound(all.begin(), all.end(), Modified{file_bytes, nullptr}, by_offset);
-    const auto inside = static_cast<std::size_t>(behind - all.begin());
-    return write_all(table, all.subspan(inside)) && write_all(table, all.first(inside));
+    const auto behind = std::partition_point(pages.begin(), pages.end(),
+                                             [&](const Modified& page) { return page.offset < file_bytes; });
+    const auto inside = static_cast<std::size_t>(behind - pages.begin());
+    return write_all(table, pages.subspan(inside)) && write_all(table, pages.first(inside));
 }
 
 bool write_header(htab* table) {

@@ -35,12 +35,12 @@ bool is_one_of(std::uint32_t flags, std::initializer_list<std::uint32_t> accepte
 int remove(__db* db, const DBT* key, std::uint32_t flags) {
     if (db == nullptr || key == nullptr || !is_one_of(flags, {0, 1})) return fail(db, EINVAL);
     if (!table_of(db)->may_change) return fail(db, EPERM);
-    return access(table_of(db), Action::remove, *key, nullptr);
+    return access(table_of(db), Action::remove, *key, nullptr, nullptr);
 }
 
 int get(__db* db, const DBT* key, DBT* value, std::uint32_t flags) {
     if (db == nullptr || key == nullptr || value == nullptr || flags != 0) return fail(db, EINVAL);
-    return access(table_of(db), Action::get, *key, value);
+    return access(table_of(db), Action::get, *key, nullptr, value);
 }
 
 int put(__db* db, const DBT* key, const DBT* value, std::uint32_t flags) {
@@ -48,8 +48,8 @@ int put(__db* db, const DBT* key, const DBT* value, std::uint32_t flags) {
         return fail(db, EINVAL);
     }
     if (!table_of(db)->may_change) return fail(db, EPERM);
-    DBT stored = *value;
-    return access(table_of(db), flags == hash_keep_existing ? Action::put_new : Action::put, *key, &stored);
+    const Action action = flags == hash_keep_existing ? Action::put_new : Action::put;
+    return access(table_of(db), action, *key, value, nullptr);
 }
 
 int seq(__db* db, DBT* key, DBT* value, std::uint32_t flags) {

@@ -65,11 +65,12 @@ void Page::remove(std::uint32_t index) {
     const PairOnPage pair(*this, index);
     const std::uint32_t length = pair.key_end - pair.value_begin;
     if (pair.value_begin != lowest) move_bytes(lowest, lowest + length, pair.value_begin - lowest);
+    Page page = *this;  // which no write to the page's bytes can change, as a compiler sees
     for (std::uint32_t i = index; i + 2 < n; i += 2) {
-        const bool is_link = word(i + 3) == MARK_OVERFLOW;
+        const bool is_link = page.word(i + 3) == MARK_OVERFLOW;
         const std::uint32_t shift = is_link ? 0 : length;  // an address and a mark stay as they are
-        set_word(i, word(i + 2) + shift);
-        set_word(i + 1, word(i + 3) + shift);
+        page.set_word(i, page.word(i + 2) + shift);
+        page.set_word(i + 1, page.word(i + 3) + shift);
     }
     set_word(0, n - 2);
     set_free_and_low(free + length + entry_bytes, lowest + length);

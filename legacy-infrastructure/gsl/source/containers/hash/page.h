@@ -26,6 +26,7 @@
 #pragma once
 
 #include "containers/hash/format.h"
+#include "containers/prefetch.h"
 
 #include <algorithm>
 #include <cassert>
@@ -47,7 +48,8 @@ constexpr std::uint32_t words_end(std::uint32_t entry_words) { return word_bytes
 // cut to what lies in it. The first line makes results right, the second one only keeps a mistake from spreading.
 class Page {
 public:
-    Page(char* bytes, std::uint32_t page_size) : bytes_(bytes), size_(page_size) {}
+    Page(char* bytes, std::uint32_t page_size)
+        : bytes_(bytes), size_(page_size), index_mask_(page_size / word_bytes - 1) {}
     Page(const HashHeader* header, const _bufhead* buffer) : Page(buffer->page, header->page_size) {}
 
     std::uint32_t size() const { return size_; }
@@ -87,6 +89,9 @@ public:
     bool is_empty() const { return entry_words() == 0; }
     std::uint32_t free_bytes() const { return word(entry_words() + 1); }
     std::uint32_t low() const { return offset(word(entry_words() + 2)); }
+
+    // For whoever is going to put a pair there, and has something else to do before.
+    void prefetch_low() const { prefetch(bytes_ + (low() & (size_ - 1))); }
 
     // The offset that a word stands for.
     static std::uint32_t offset(std::uint16_t word) { return word != 0 ? word : std::uint32_t{1} << 16; }
@@ -158,7 +163,7 @@ private:
     }
     char* place_of_word(std::uint32_t i) const {
         assert(i < words());
-        return bytes_ + std::size_t{word_bytes} * (i & (words() - 1));
+        return bytes_ + std::size_t{word_bytes} * (i & index_mask_);
     }
     bool holds(std::uint32_t begin, std::size_t bytes) const { return begin <= size_ && bytes <= size_ - begin; }
     void copy_in(std::uint32_t begin, std::string_view text) {
@@ -172,6 +177,7 @@ private:
 
     char* bytes_;
     std::uint32_t size_;
+    std::uint32_t index_mask_;
 };
 
 // A regular pair of a page.

@@ -8,8 +8,10 @@ namespace orvix::gsl::hash {
 enum class Action : std::uint8_t { get, put, put_new, remove };
 
 // The one routine behind looking up, storing and removing.
+// @param stored  the value to be put, else null
+// @param found   receives the value that is looked up, else null
 // @return 0; 1 for an absent key, or with `put_new` for one that is there; -1 on failure with `errno` set
-int access(htab* table, Action action, const DBT& key, DBT* value);
+int access(htab* table, Action action, const DBT& key, const DBT* stored, DBT* found);
 
 // The bucket of a hash.
 inline std::uint32_t bucket_of(const htab* table, std::uint32_t hash) {

@@ -15,18 +15,10 @@ namespace {
 
 constexpr std::uint32_t least_buffers = 6;
 
-// A slab is a block of memory for several buffers. Each buffer's record stands directly before its page, so that the
-// record and the page's first words share a line of the processor's cache. The slabs are chained through their start,
-// and each is twice as large as the one before it.
-constexpr std::size_t line_bytes = 64;
+// Each slab is twice as large as the one before it.
 constexpr std::size_t first_slab_bytes = std::size_t{64} << 10;
 constexpr std::size_t most_slab_bytes = 2 * core::large_page_bytes;
 constexpr std::align_val_t slab_alignment{line_bytes};
-
-struct Slab {
-    Slab* next;
-    std::size_t bytes;
-};
 
 bool is_large(std::size_t bytes) { return bytes % core::large_page_bytes == 0; }
 
@@ -44,8 +36,6 @@ void free_slab(Slab* slab) {
         ::operator delete(slab, slab_alignment);
     }
 }
-
-std::size_t stride_of(const htab* table) { return table->page_size + line_bytes; }
 
 // No more than the budget allows, as long as there is any.
 std::size_t bytes_of_next_slab(const htab* table) {
@@ -65,7 +55,7 @@ bool add_slab(htab* table) {
     if (block == nullptr) return false;
     table->slabs = new (block) Slab{static_cast<Slab*>(table->slabs), bytes};
     table->spare_buffers = static_cast<char*>(block) + line_bytes;
-    table->spare_count = static_cast<std::uint32_t>((bytes - line_bytes) / stride_of(table));
+    table->spare_count = static_cast<std::uint32_t>(buffers_of(table, static_cast<Slab*>(block)));
     return true;
 }
 

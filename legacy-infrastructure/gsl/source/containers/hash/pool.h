@@ -9,7 +9,37 @@
 
 #include "containers/hash/page_io.h"
 
+#include <new>
+
 namespace orvix::gsl::hash {
+
+// A slab is a block of memory for several buffers. Each buffer's record stands directly before its page, so that the
+// record and the page's first words share a line of the processor's cache. Slabs are chained through their start, the
+// newest first; it alone may have memory to spare.
+struct Slab {
+    Slab* next;
+    std::size_t bytes;
+};
+
+constexpr std::size_t line_bytes = 64;
+
+inline std::size_t stride_of(const htab* table) { return table->page_size + line_bytes; }
+inline std::size_t buffers_of(const htab* table, const Slab* slab) {
+    return (slab->bytes - line_bytes) / stride_of(table);
+}
+
+// Visits all buffers as they lie in memory, which is faster than along the list.
+template <class Visit>
+void visit_buffers(const htab* table, Visit visit) {
+    std::size_t spare = table->spare_count;
+    for (auto* slab = static_cast<Slab*>(table->slabs); slab != nullptr; slab = slab->next) {
+        char* at = reinterpret_cast<char*>(slab) + line_bytes;
+        for (std::size_t i = buffers_of(table, slab) - spare; i != 0; --i, at += stride_of(table)) {
+            visit(std::launder(reinterpret_cast<_bufhead*>(at)));
+        }
+        spare = 0;
+    }
+}
 
 constexpr HashSlot slot_flags = 3;
 constexpr HashSlot slot_on_disk = 2;
