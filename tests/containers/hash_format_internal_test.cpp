@@ -177,6 +177,7 @@ INSTANTIATE_TEST_SUITE_P(
         Damage{"HeaderPages", [](HashHeader& h) { h.header_pages = 2; }},
         Damage{"SegmentSize", [](HashHeader& h) { h.seg_size = 255; }},
         Damage{"SegmentShift", [](HashHeader& h) { h.seg_shift = 40; }},
+        Damage{"SegmentsBeyondAllUse", [](HashHeader& h) { h.seg_shift = 17, h.seg_size = 1U << 17; }},
         Damage{"NoFillFactor", [](HashHeader& h) { h.fill_factor = 0; }},
         Damage{"NoDirectory", [](HashHeader& h) { h.dir_size = 0; }},
         Damage{"NoLowMask", [](HashHeader& h) { h.mask_low = 0; }},

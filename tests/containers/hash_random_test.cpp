@@ -2,6 +2,7 @@
 // caches, with every pair kept and by the page rules to the letter.
 //
 // ORVIX_STORE_OPERATIONS sets how many operations each setting goes through.
+#include "containers/hash_store_access.h"
 #include "containers/hash_store_pair.h"
 #include "support/random_text.h"
 

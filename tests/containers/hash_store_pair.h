@@ -4,7 +4,7 @@
 // byte.
 #pragma once
 
-#include "containers/hash_store_access.h"
+#include "containers/hash_store.h"
 
 #include <cerrno>
 #include <cstdint>

@@ -36,7 +36,7 @@ bool has_sound_sizes(const HashHeader& header) {
     return (header.byte_order == little_endian_pages || header.byte_order == big_endian_pages) &&
            header.page_shift >= least_page_shift && header.page_shift <= most_page_shift &&
            header.page_size == std::uint32_t{1} << header.page_shift &&
-           header.header_pages == header_pages_for(header.page_shift) && header.seg_shift < 31 &&
+           header.header_pages == header_pages_for(header.page_shift) && header.seg_shift <= most_segment_shift &&
            header.seg_size == std::uint32_t{1} << header.seg_shift && header.fill_factor != 0;
 }
 

@@ -29,6 +29,7 @@ constexpr std::int32_t big_endian_pages = 4321;
 
 constexpr std::uint32_t least_page_shift = 6;
 constexpr std::uint32_t most_page_shift = 16;
+constexpr std::uint32_t most_segment_shift = 16;  // nobody makes other segments than those of 256 buckets
 constexpr std::uint32_t most_split_points = 32;
 constexpr std::uint32_t most_bitmaps = 32;
 constexpr std::uint32_t address_bits = 11;                               // of an overflow address, for the page number
