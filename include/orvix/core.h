@@ -17,6 +17,7 @@
 #include <orvix/core/open_flags.h>
 #include <orvix/core/path.h>
 #include <orvix/core/processes.h>
+#include <orvix/core/program.h>
 #include <orvix/core/registry.h>
 #include <orvix/core/stored_names.h>
 #include <orvix/core/streams.h>
