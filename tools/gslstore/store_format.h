@@ -17,7 +17,14 @@ using Bytes = std::vector<unsigned char>;
 constexpr std::size_t header_bytes = 260;
 constexpr unsigned most_split_points = 32;
 constexpr unsigned most_bitmaps = 32;
+constexpr std::uint32_t store_magic = 0x061561;
+constexpr std::uint32_t least_page_bytes = 64;
+constexpr std::uint32_t most_page_bytes = 65536;
+constexpr std::uint32_t reserved_header_bytes = 512;  // in whole pages, whatever the header takes of them
+constexpr std::uint32_t pages_of_split = 2047;        // overflow pages of a split point at most, numbered from 1
+constexpr std::uint64_t file_limit = std::uint64_t{1} << 32;  // no page lies beyond
 
+// What the file says; most members can be asked only once `faults_of` (header_check.h) found it sound.
 struct Header {
     std::uint32_t magic, version, byte_order, page_size, page_shift, dir_size, seg_size, seg_shift, spare_point;
     std::uint32_t free_hint, top_bucket, mask_high, mask_low, fill_factor;
@@ -28,7 +35,8 @@ struct Header {
 
     std::uint32_t overflow_pages() const { return spare_counts[spare_point]; }
     std::uint32_t bitmap_bits() const { return page_size * 8; }
-    std::uint32_t bitmap_count() const { return (overflow_pages() + bitmap_bits() - 1) / bitmap_bits(); }
+    std::uint32_t wanted_bitmaps() const { return (overflow_pages() + bitmap_bits() - 1) / bitmap_bits(); }
+    std::uint32_t bitmap_count() const { return wanted_bitmaps() < most_bitmaps ? wanted_bitmaps() : most_bitmaps; }
 
     // True if an overflow page of this address was ever allocated.
     bool is_allocated(std::uint32_t address) const;
@@ -45,8 +53,8 @@ struct Header {
 
 Header decode_header(std::span<const unsigned char, header_bytes> bytes);
 
-// What keeps a header from being that of a store; null if nothing does. The text is an English sentence.
-const char* fault_of(const Header& header);
+// The split point whose overflow pages follow the buckets that have as many bits as this one.
+std::uint32_t split_of_bucket(std::uint32_t bucket);
 
 // The hash of stores whose maker chose none.
 std::uint32_t default_hash(std::string_view key);
@@ -61,6 +69,7 @@ enum class Mark : std::uint16_t { overflow, key_part, key_end, key_end_data };
 // A page of a chain.
 class PageReader {
 public:
+    PageReader() = default;
     PageReader(Bytes bytes, ByteOrder order) : bytes_(std::move(bytes)), order_(order) {}
 
     std::uint32_t size() const { return static_cast<std::uint32_t>(bytes_.size()); }
@@ -81,10 +90,11 @@ public:
 
 private:
     Bytes bytes_;
-    ByteOrder order_;
+    ByteOrder order_ = ByteOrder::little;
 };
 
-// A bitmap, whose words have 32 bits.
+// A bit of a bitmap, whose words have 32 bits, and the byte that it stands in.
+std::uint32_t byte_of_bit(ByteOrder order, std::uint32_t number);
 bool bit(const Bytes& bitmap, ByteOrder order, std::uint32_t number);
 
 }  // namespace gslstore
