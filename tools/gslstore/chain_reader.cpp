@@ -78,7 +78,7 @@ bool ChainReader::has_readable_words() {
         fault(0, "the page cannot have " + number(n) + " words of entries");
         return false;
     }
-    if (page_.low() > page_.size() || page_.low() < page_.words_end()) {
+    if (!has_low_in_bounds()) {
         fault(word_bytes * (n + 2), "the data begins at " + number(page_.low()) + ", not between " +
                                         number(page_.words_end()) + " and " + number(page_.size()));
         return true;
@@ -90,6 +90,8 @@ bool ChainReader::has_readable_words() {
     }
     return true;
 }
+
+bool ChainReader::has_low_in_bounds() const { return page_.low() >= page_.words_end() && page_.low() <= page_.size(); }
 
 // Gives the link behind the pairs.
 std::optional<ChainReader::Link> ChainReader::take_regular_pairs() {
@@ -107,7 +109,7 @@ std::optional<ChainReader::Link> ChainReader::take_regular_pairs() {
     }
     const bool has_no_pair = end == page_.size();
     const bool is_one_short = has_no_pair && page_.low() == end - 1;  // a big pair was removed
-    if (n != 0 && page_.low() != end && !is_one_short && page_.low() <= page_.size()) {
+    if (n != 0 && has_low_in_bounds() && page_.low() != end && !is_one_short) {
         fault(word_bytes * (n + 2),
               "the data begins at " + number(page_.low()) + ", but its last pair at " + number(end));
     }
@@ -217,13 +219,9 @@ bool ChainReader::is_part_in_order() {
     return true;
 }
 
+// A part in order that does not end the pair has a link.
 bool ChainReader::go_on_with_big_pair() {
-    const std::optional<Link> link = link_of_big_page();
-    if (!link) {
-        fault(0, "a big pair has no further page");
-        return false;
-    }
-    return go_to(*link) && has_readable_words() && is_part_in_order();
+    return go_to(*link_of_big_page()) && has_readable_words() && is_part_in_order();
 }
 
 std::optional<ChainReader::Link> ChainReader::link_of_big_page() const {

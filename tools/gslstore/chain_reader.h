@@ -58,6 +58,7 @@ private:
     bool go_to(Link link);
     bool check_address(Link link);
     bool has_readable_words();
+    bool has_low_in_bounds() const;
     std::optional<Link> take_regular_pairs();
     bool check_regular_pair(std::uint32_t index, std::uint32_t end);
     std::optional<Link> link_of_regular_page() const;
