@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/ usr / bin / env python3
 """check_format_page.py GSLSTORE PAGE: the example of docs/store-format.md is what the tool makes of its pairs."""
 
 import subprocess

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/ usr / bin / env python3
 """check_reader.py GSLSTORE DOCS: the reader beside the format's description reads what the tool writes."""
 
 import random

@@ -81,7 +81,7 @@ protected:
                " is marked as used and in no chain\n";
     }
 
-    const ToolPlace tool_;
+    const ToolPlace tool_{};
     std::string bytes_;
     bool is_big_ = false;
 };
@@ -196,7 +196,7 @@ TEST_F(StoreDamage, WordsBehindTheEntries) {
         [this] {
             set_words(8, 3, {20, 30});
         },
-        "fault: page 8, offset 8: the data begins at 30, but its last pair at 37\n");
+        "fault: page 8, offset 8: the data begins at 30, but what lies lowest at 37\n");
 }
 
 TEST_F(StoreDamage, LinkBeforeOtherEntries) {
@@ -282,9 +282,16 @@ TEST_F(StoreDamage, PartsOfABigPairOutOfOrder) {
         "fault: page 12, offset 4: a part of a key stands within a value\n" + count(3));
 }
 
+TEST_F(StoreDamage, PartOfABigPairThatReachesBelowTheData) {
+    expect([this] { set_words(12, 1, {52}); },
+           "fault: page 12, offset 8: the data begins at 57, but what lies lowest at 52\n");
+}
+
 TEST_F(StoreDamage, KeyOfABigPairThatEndsNowhere) {
     expect([this] { set_words(11, 2, {1}); },
-           "fault: page 12, offset 0: a value begins behind the key without a word for its offset\n" + count(3));
+           "fault: page 11, offset 12: the data begins at 14, but what lies lowest at 61\n"
+           "fault: page 12, offset 0: a value begins behind the key without a word for its offset\n" +
+               count(3));
 }
 
 TEST_F(StoreDamage, BitsThatDoNotMatchThePages) {

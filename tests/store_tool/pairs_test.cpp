@@ -11,7 +11,7 @@ using namespace orvix::test;
 
 class StorePairs : public testing::Test {
 protected:
-    const ToolPlace tool_;
+    const ToolPlace tool_{};
 };
 
 TEST_F(StorePairs, PutMakesAStoreAndGetPrintsTheValue) {

@@ -123,7 +123,7 @@ protected:
     }
     using Pairs = std::map<std::string, std::string>;
 
-    const ToolPlace tool_;
+    const ToolPlace tool_{};
 };
 
 TEST_F(StoreLoad, LinesBecomePairs) {

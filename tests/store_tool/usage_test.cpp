@@ -16,7 +16,7 @@ protected:
         EXPECT_EQ(result.error, "gslstore: " + complaint + "\n");
     }
 
-    const ToolPlace tool_;
+    const ToolPlace tool_{};
 };
 
 TEST_F(StoreUsage, HelpTellsOfCommandsTextAndStatus) {

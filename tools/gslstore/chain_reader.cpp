@@ -93,6 +93,13 @@ bool ChainReader::has_readable_words() {
 
 bool ChainReader::has_low_in_bounds() const { return page_.low() >= page_.words_end() && page_.low() <= page_.size(); }
 
+// The data must begin with what lies lowest.
+void ChainReader::check_low(std::uint32_t lowest) {
+    if (!has_low_in_bounds() || page_.low() == lowest) return;
+    fault(word_bytes * (page_.entry_words() + 2),
+          "the data begins at " + number(page_.low()) + ", but what lies lowest at " + number(lowest));
+}
+
 // Gives the link behind the pairs.
 std::optional<ChainReader::Link> ChainReader::take_regular_pairs() {
     const std::uint32_t n = page_.entry_words();
@@ -109,10 +116,7 @@ std::optional<ChainReader::Link> ChainReader::take_regular_pairs() {
     }
     const bool has_no_pair = end == page_.size();
     const bool is_one_short = has_no_pair && page_.low() == end - 1;  // a big pair was removed
-    if (n != 0 && has_low_in_bounds() && page_.low() != end && !is_one_short) {
-        fault(word_bytes * (n + 2),
-              "the data begins at " + number(page_.low()) + ", but its last pair at " + number(end));
-    }
+    if (n != 0 && !is_one_short) check_low(end);
     return link;
 }
 
@@ -190,6 +194,7 @@ bool ChainReader::take_value_behind_key(std::string* value, std::uint64_t* bytes
                                   " and " + number(key_begin));
         return false;
     }
+    check_low(begin);
     take_part(value, bytes, begin, key_begin);
     return true;
 }
@@ -216,6 +221,8 @@ bool ChainReader::is_part_in_order() {
                               number(page_.words_end()) + " and " + number(page_.size()));
         return false;
     }
+    const bool has_value_behind = n == 4 && page_.is_mark(2, Mark::key_end_data) && !page_.is_mark(4, Mark::overflow);
+    if (!has_value_behind) check_low(begin);
     return true;
 }
 

@@ -59,6 +59,7 @@ private:
     bool check_address(Link link);
     bool has_readable_words();
     bool has_low_in_bounds() const;
+    void check_low(std::uint32_t lowest);
     std::optional<Link> take_regular_pairs();
     bool check_regular_pair(std::uint32_t index, std::uint32_t end);
     std::optional<Link> link_of_regular_page() const;
