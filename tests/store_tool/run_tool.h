@@ -1,9 +1,9 @@
 // Runs gslstore as a user does.
 #pragma once
 
+#include "support/program_run.h"
 #include "support/temporary_directory.h"
 
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,38 +16,15 @@ struct ToolRun {
     std::string error;
 };
 
-// One word of a command line.
-inline std::string quoted(const std::string& word) {
-#ifdef _WIN32
-    return "\"" + word + "\"";
-#else
-    std::string text = "'";
-    for (const char c : word) {
-        if (c == '\'') {
-            text += "'\\''";
-        } else {
-            text.push_back(c);
-        }
-    }
-    return text + "'";
-#endif
-}
-
 // Stands in a directory of its own, in which the files of a test are.
 class ToolPlace {
 public:
     // @param input  what the program reads from its standard input
     ToolRun run(const std::vector<std::string>& arguments, std::string_view input = "") const {
         directory_.write("input", input);
-        std::string command = quoted(GSLSTORE);
-        for (const std::string& argument : arguments) command += " " + quoted(argument);
-        command += " <input >output 2>error";
-#ifdef _WIN32
-        command = "\"" + command + "\"";  // whose quotes the command processor takes away
-        const int status = std::system(command.c_str());
-#else
-        const int status = std::system(command.c_str()) >> 8;
-#endif
+        std::vector<std::string> words{GSLSTORE};
+        words.insert(words.end(), arguments.begin(), arguments.end());
+        const int status = run_program(words);
         return {status, directory_.read("output"), directory_.read("error")};
     }
     // The status alone.
