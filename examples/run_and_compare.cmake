@@ -3,6 +3,7 @@
 #
 #   cmake -DPROGRAM=<file> -DSCRATCH=<directory> [-D...] -P run_and_compare.cmake -- <argument>...
 #
+# EMULATOR     program that runs programs of another system
 # STATUS       exit status; 0 if not given
 # OUTPUT       all that it must print, a line end behind it; any output will do if not given
 # SILENT       it must print nothing
@@ -62,9 +63,15 @@ if(NOT DEFINED RUNS)
   set(RUNS 1)
 endif()
 foreach(run RANGE 1 ${RUNS})
-  execute_process(COMMAND "${PROGRAM}" ${arguments} WORKING_DIRECTORY "${SCRATCH}/run"
+  execute_process(COMMAND ${EMULATOR} "${PROGRAM}" ${arguments} WORKING_DIRECTORY "${SCRATCH}/run"
     OUTPUT_VARIABLE output ERROR_VARIABLE error RESULT_VARIABLE status ENCODING NONE)
 endforeach()
+
+if(DEFINED EMULATOR)
+  # Its streams end lines in their own way.
+  string(REPLACE "\r\n" "\n" output "${output}")
+  string(REPLACE "\r\n" "\n" error "${error}")
+endif()
 
 if(NOT DEFINED STATUS)
   set(STATUS 0)

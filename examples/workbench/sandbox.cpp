@@ -1,10 +1,12 @@
 #include "sandbox.h"
 
 #include <orvix/core/path.h>
+#include <orvix/gsl/file_trees.h>
 
 #include <cstdint>
 #include <cstdlib>
 #include <random>
+#include <stdexcept>
 
 namespace workbench {
 
@@ -36,7 +38,8 @@ fs::path fresh_directory() {
 
 // What was installed read-only has to become writable, or neither a save nor the removal of the copy would work.
 void copy_writable(const fs::path& from, const fs::path& to) {
-    fs::copy(from, to, fs::copy_options::recursive);
+    const auto name = [](const fs::path& path) { return orvix::Path::from_fs_path(path).native(); };
+    if (!gfile_cp(name(from).c_str(), name(to).c_str(), true)) throw std::runtime_error("cannot copy " + name(from));
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(to)) {
         fs::permissions(entry, fs::perms::owner_write, fs::perm_options::add);
     }
