@@ -338,7 +338,7 @@ void register_large_values() {
     const Candidates for_4_kib = all({16384, 3, 5000, ample}, of_4_kib.count);
     measure("put_4_KiB", put, for_4_kib, of_4_kib);
     measure("get_4_KiB", get, for_4_kib, of_4_kib);
-    const Candidates for_64_kib = all({32768, 1, 1000, ample}, of_64_kib.count);
+    const Candidates for_64_kib = all({4096, 1, 1000, ample}, of_64_kib.count);
     measure("put_64_KiB", put, for_64_kib, of_64_kib);
     measure("get_64_KiB", get, for_64_kib, of_64_kib);
 }

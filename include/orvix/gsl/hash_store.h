@@ -73,9 +73,8 @@ struct __db {
 
     /// Writes what the file lacks, if there is one, and frees the store.
     ///
-    /// @return 0; -1 if `db` is null, or with `errno` set if not everything could be written. The store is freed all
-    /// the
-    ///         same; its file then holds what the last successful `sync` left there, as far as no page had to leave the
+    /// @return 0; -1 if `db` is null, or with `errno` set if not everything could be written. The store is freed even
+    ///         then; its file holds what the last successful `sync` left there, as far as no page had to leave the
     ///         cache since.
     int (*close)(__db* db);
 
