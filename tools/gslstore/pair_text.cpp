@@ -132,7 +132,7 @@ std::optional<TextFault> read_pair(std::string_view line, std::string* key, std:
     value->clear();
     const std::size_t tab = line.find('\t');
     if (tab == std::string_view::npos) return TextFault{line.size() + 1, "no tab stands behind a key"};
-    if (const auto fault = read_escaped(line.substr(0, tab), key)) return fault;
+    if (auto fault = read_escaped(line.substr(0, tab), key)) return fault;
     const std::size_t second = line.find('\t', tab + 1);
     if (second != std::string_view::npos) return TextFault{second + 1, "a second tab; within a value it is \\t"};
     auto fault = read_escaped(line.substr(tab + 1), value);

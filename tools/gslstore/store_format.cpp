@@ -88,8 +88,9 @@ bool has_default_hash(const Header& header) {
 }
 
 std::uint16_t PageReader::word(std::uint32_t i) const {
-    const unsigned first = bytes_[2 * i];
-    const unsigned second = bytes_[2 * i + 1];
+    const std::size_t begin = std::size_t{2} * i;
+    const unsigned first = bytes_[begin];
+    const unsigned second = bytes_[begin + 1];
     return static_cast<std::uint16_t>(order_ == ByteOrder::little ? second << 8 | first : first << 8 | second);
 }
 

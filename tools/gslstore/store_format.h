@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -35,7 +36,10 @@ struct Header {
 
     std::uint32_t overflow_pages() const { return spare_counts[spare_point]; }
     std::uint32_t bitmap_bits() const { return page_size * 8; }
-    std::uint32_t wanted_bitmaps() const { return (overflow_pages() + bitmap_bits() - 1) / bitmap_bits(); }
+    std::uint32_t wanted_bitmaps() const {
+        assert(bitmap_bits() != 0);
+        return (overflow_pages() + bitmap_bits() - 1) / bitmap_bits();
+    }
     std::uint32_t bitmap_count() const { return wanted_bitmaps() < most_bitmaps ? wanted_bitmaps() : most_bitmaps; }
 
     // True if an overflow page of this address was ever allocated.
