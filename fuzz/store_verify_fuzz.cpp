@@ -40,9 +40,10 @@ Pairs pairs_of(gslstore::FileSource* source, std::uint64_t* faults) {
 std::string string_of(const DBT& text) { return {static_cast<const char*>(text.data), text.size}; }
 
 void expect_library_reads(const std::string& bytes, const Pairs& expected) {
-    const orvix::fuzz::Visit visit;
-    orvix::fuzz::write_file("store", bytes);
-    __db* const db = hash_open("store", orvix::core::open_flags().read_only, 0, nullptr);
+    static const orvix::fuzz::EmptyPlace place;
+    const std::string name = (place.path() / "store").string();
+    orvix::fuzz::write_file(name.c_str(), bytes);
+    __db* const db = hash_open(name.c_str(), orvix::core::open_flags().read_only, 0, nullptr);
     expect(db != nullptr);
     Pairs pairs;
     DBT key;
