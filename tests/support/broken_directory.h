@@ -15,7 +15,7 @@ public:
     BrokenDirectory& operator=(const BrokenDirectory&) = delete;
 
 private:
-    void* replacement_ = nullptr;
+    [[maybe_unused]] void* replacement_ = nullptr;  // where it takes one
 };
 
 // A directory that can be opened and not be listed, for the length of its scope.
@@ -34,7 +34,7 @@ public:
 
 private:
     int process_ = 0;
-    void* replacement_ = nullptr;
+    [[maybe_unused]] void* replacement_ = nullptr;  // where it takes one
 };
 
 // For the length of its scope the system refuses to tell what a name stands for, without saying that it is missing.
@@ -51,7 +51,7 @@ public:
     int error() const;
 
 private:
-    void* replacement_ = nullptr;
+    [[maybe_unused]] void* replacement_ = nullptr;  // where it takes one
 };
 
 }  // namespace orvix::test
