@@ -37,7 +37,7 @@ TEST_F(HashHandle, KeyIsTheWholeOfItsBytes) {
     EXPECT_EQ(store_.get("ne"), std::nullopt);
 }
 
-TEST_F(HashHandle, PutReplaces) {
+TEST_F(HashHandle, PutReplacesAndKeepsTheCount) {
     store_.put("net", "clock");
     EXPECT_EQ(store_.put("net", "reset line"), 0);
     EXPECT_EQ(store_.get("net"), "reset line");

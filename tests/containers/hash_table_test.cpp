@@ -309,7 +309,7 @@ TEST_F(HashTableOfOneBucket, NothingIsSqueezedOnThePagesOfABigPair) {
     expect_sound(report_on(store_));
 }
 
-TEST_F(HashTableOfOneBucket, ReplacedPairGoesWhereTheOldOneStood) {
+TEST_F(HashTableOfOneBucket, ReplacedPairGoesWhereTheOldOneStoodAndIsNotCountedIfSqueezed) {
     store_.put("a", std::string(20, '1'));
     store_.put("b", std::string(20, '2'));
     store_.put("c", std::string(20, '3'));

@@ -42,15 +42,16 @@ struct Position {
 };
 
 constexpr std::uint32_t batch = 8;  // entries that are looked at together
+constexpr std::size_t batch_words = 2 * std::size_t{batch};
 
 // Tells which of the entries from `index` on have keys of a length, one bit each. The length of a key is the word
 // before its own less its own: the end of the entry in front less the key's offset. Only the first entry of a page is
 // another matter. Words behind the last entry are looked at too. Without branches, and in loops that a compiler turns
 // into a few instructions on many words at once.
 std::uint32_t keys_of_length(const Page& page, std::uint32_t index, std::uint16_t length) {
-    constexpr std::array<std::uint16_t, 2 * batch> bits{1, 0, 2, 0, 4, 0, 8, 0, 16, 0, 32, 0, 64, 0, 128, 0};
-    std::array<std::uint16_t, 2 * batch> ends;
-    std::array<std::uint16_t, 2 * batch> begins;
+    constexpr std::array<std::uint16_t, batch_words> bits{1, 0, 2, 0, 4, 0, 8, 0, 16, 0, 32, 0, 64, 0, 128, 0};
+    std::array<std::uint16_t, batch_words> ends;
+    std::array<std::uint16_t, batch_words> begins;
     page.copy_words(index - 1, ends);
     page.copy_words(index, begins);
     if (index == 1) ends[0] = static_cast<std::uint16_t>(page.size());

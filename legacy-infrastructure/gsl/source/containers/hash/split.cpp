@@ -1,5 +1,6 @@
 #include "containers/hash/split.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -12,7 +13,7 @@ namespace {
 // Makes room in the directory for one more segment.
 bool grow_directory(htab* table, std::uint32_t segment) {
     if (segment >= table->dir_capacity) {
-        const std::size_t capacity = 2 * std::size_t{table->dir_capacity};
+        const std::size_t capacity = std::max(2 * std::size_t{table->dir_capacity}, std::size_t{segment} + 1);
         void* const larger = std::realloc(table->dir, capacity * sizeof(HashSlot*));
         if (larger == nullptr) return false;
         table->dir = static_cast<HashSlot**>(larger);
