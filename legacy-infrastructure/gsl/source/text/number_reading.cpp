@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <charconv>
 #include <cstdlib>
 #include <iterator>
@@ -81,7 +82,9 @@ std::optional<double> divided_by_reciprocal(std::uint64_t mantissa, int power) {
     const int width = bit_width(mantissa);
     const uint128 product = uint128{mantissa << (64 - width)} * reciprocals_of_five[index];
     const auto front = static_cast<std::uint64_t>(product >> 64);
-    const std::uint64_t unit = std::uint64_t{1} << (bit_width(front) - precision);
+    const int surplus = bit_width(front) - precision;
+    assert(surplus > 0);
+    const std::uint64_t unit = std::uint64_t{1} << surplus;
     const std::uint64_t rest = front % unit;
     if (rest == unit / 2 - 1 || rest == unit / 2) return std::nullopt;
     return rounded(front >> 1, true, width - bit_width(powers_of_five[index]) - power - 62);
