@@ -4,6 +4,7 @@
 
 #include <orvix/core/program.h>
 
+#include <cstdio>
 #include <exception>
 
 namespace gslstore {
@@ -39,8 +40,7 @@ Status run(const Options& options) {
 int main(int argc, char** argv) {
     using namespace gslstore;
     try {
-        orvix::core::pass_bytes_untranslated(stdin);
-        orvix::core::pass_bytes_untranslated(stdout);
+        for (std::FILE* const stream : {stdin, stdout, stderr}) orvix::core::pass_bytes_untranslated(stream);
         const Status status = run(parse_options(orvix::core::program_arguments(argc, argv)));
         finish_printing();
         return status;
