@@ -97,7 +97,8 @@ TEST_F(StoreDamage, FieldsOfTheHeaderThatCannotBe) {
     expect_field(12, 63, "the page size is 63, which is no power of two from 64 to 65536");
     expect_field(12, 131072, "the page size is 131072, which is no power of two from 64 to 65536");
     expect_field(16, 7, "7 is not the logarithm of the page size");
-    expect_field(24, 255, "the segment size is 255, which is no power of two");
+    expect_field(24, 255, "the segment size is 255, which is no power of two up to 65536");
+    expect_field(24, 131072, "the segment size is 131072, which is no power of two up to 65536");
     expect_field(28, 9, "9 is not the logarithm of the segment size");
     expect_field(52, 0, "the fill factor is 0");
     expect_field(60, 1, "the header takes 1 pages instead of 8");

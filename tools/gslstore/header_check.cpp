@@ -55,8 +55,9 @@ private:
                      "the header takes " + number(h_.header_pages) + " pages instead of " + number(header_pages));
             }
         }
-        if (!is_power_of_two(h_.seg_size)) {
-            note(24, Loss::nothing, "the segment size is " + number(h_.seg_size) + ", which is no power of two");
+        if (!is_power_of_two(h_.seg_size) || h_.seg_size > most_segment_size) {
+            note(24, Loss::nothing,
+                 "the segment size is " + number(h_.seg_size) + ", which is no power of two up to 65536");
         } else if (!is_logarithm(h_.seg_shift, h_.seg_size)) {
             note(28, Loss::nothing, number(h_.seg_shift) + " is not the logarithm of the segment size");
         }

@@ -22,6 +22,7 @@ constexpr std::uint32_t store_magic = 0x061561;
 constexpr std::uint32_t least_page_bytes = 64;
 constexpr std::uint32_t most_page_bytes = 65536;
 constexpr std::uint32_t reserved_header_bytes = 512;  // in whole pages, whatever the header takes of them
+constexpr std::uint32_t most_segment_size = 65536;    // buckets that are allocated at a time
 constexpr std::uint32_t pages_of_split = 2047;        // overflow pages of a split point at most, numbered from 1
 constexpr std::uint64_t file_limit = std::uint64_t{1} << 32;  // no page lies beyond
 
