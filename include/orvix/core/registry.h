@@ -10,7 +10,7 @@ namespace orvix::core {
 
 /// Reads a text of the machine-wide branch of the registry (`HKEY_LOCAL_MACHINE`).
 ///
-/// @param key    path of the key below that branch, with backslashes
+/// @param key    path of the key below that branch, in ASCII, with backslashes
 /// @param name   name of the value; empty for the key's default value
 /// @param value  receives the text; untouched if there is none; not null
 /// @return true if the value was found; always false on systems without a registry

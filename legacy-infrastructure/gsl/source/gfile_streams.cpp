@@ -35,7 +35,7 @@ bool gfile_putfilchr(std::FILE* stream, char byte) {
 }
 
 bool gfile_getfilptr(std::FILE* stream, std::int32_t* out) {
-    const long position = std::ftell(stream);
+    const std::int64_t position = orvix::core::position_of(stream);
     *out = position <= INT32_MAX ? static_cast<std::int32_t>(position) : -1;
     return *out != -1;
 }

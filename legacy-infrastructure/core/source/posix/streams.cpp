@@ -9,6 +9,8 @@ namespace orvix::core {
 
 int descriptor_of(std::FILE* stream) { return fileno(stream); }
 
+std::int64_t position_of(std::FILE* stream) { return ftello(stream); }
+
 void write_standard_error(std::string_view text) {
     const int saved = errno;
     ssize_t done;

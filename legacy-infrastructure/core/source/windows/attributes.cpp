@@ -77,6 +77,12 @@ bool is_plain_directory(HANDLE file) {
            kind_of(told.FileAttributes, told.ReparseTag) == FileKind::directory;
 }
 
+bool is_read_only_file(HANDLE file) {
+    FILE_BASIC_INFO told;
+    if (GetFileInformationByHandleEx(file, FileBasicInfo, &told, sizeof told) == 0) return false;
+    return (told.FileAttributes & FILE_ATTRIBUTE_READONLY) != 0 && !is_directory(told.FileAttributes);
+}
+
 bool set_writable(HANDLE file, bool writable) {
     FILE_BASIC_INFO info;
     if (GetFileInformationByHandleEx(file, FileBasicInfo, &info, sizeof info) == 0) return false;

@@ -39,6 +39,9 @@ DWORD tag_of(HANDLE file);
 // True for a directory that is no link to one.
 bool is_plain_directory(HANDLE file);
 
+// True for a file with the mark that nobody may write it. The mark of a directory means nothing of the kind.
+bool is_read_only_file(HANDLE file);
+
 // Takes the mark of a read-only file off, or puts it on; nothing else of a permission is known here. Takes the right to
 // read and write attributes. False with the last error set.
 bool set_writable(HANDLE file, bool writable);

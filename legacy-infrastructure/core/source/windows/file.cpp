@@ -51,6 +51,10 @@ File FileOpening::to_write(Handle handle, bool made) {
         fail_with_last_error();
         return File();
     }
+    if (!made && (S_ISDIR(file.status_.st_mode) || (file.status_.st_mode & S_IWUSR) == 0)) {
+        errno = S_ISDIR(file.status_.st_mode) ? EISDIR : EACCES;
+        return File();
+    }
     file.handle_ = reinterpret_cast<std::intptr_t>(handle.release());
     return file;
 }
@@ -80,7 +84,11 @@ File File::open_to_write(const Path& name) {
     if (!translate(name, &wide)) return File();
     Handle handle(CreateFileW(wide.c_str(), GENERIC_READ | GENERIC_WRITE, share_all, nullptr, OPEN_ALWAYS,
                               FILE_ATTRIBUTE_NORMAL, nullptr));
-    const bool made = handle.valid() && GetLastError() != ERROR_ALREADY_EXISTS;
+    if (!handle.valid()) {
+        fail_to_open(wide.c_str());
+        return File();
+    }
+    const bool made = GetLastError() != ERROR_ALREADY_EXISTS;
     return FileOpening::to_write(std::move(handle), made);
 }
 

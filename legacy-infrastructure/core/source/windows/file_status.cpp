@@ -25,7 +25,12 @@ int status_of_name(const Name& name, FileStatus* status) {
     WideName wide;
     if (!translate(name, &wide)) return -1;
     WIN32_FILE_ATTRIBUTE_DATA told;
-    if (GetFileAttributesExW(wide.c_str(), GetFileExInfoStandard, &told) == 0) return fail_with_last_error();
+    if (GetFileAttributesExW(wide.c_str(), GetFileExInfoStandard, &told) == 0) {
+        // What is neither file nor directory tells nothing unless it is opened.
+        const DWORD reason = GetLastError();
+        const bool is_missing = reason == ERROR_FILE_NOT_FOUND || reason == ERROR_PATH_NOT_FOUND;
+        return is_missing ? fail_with_last_error() : status_through_handle(wide, status);
+    }
     if ((told.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) return status_through_handle(wide, status);
     fill_status(told, wide.view(), status);
     return 0;

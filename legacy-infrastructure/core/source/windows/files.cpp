@@ -20,6 +20,7 @@ namespace core {
 
 namespace {
 
+// The letter of its drive is a capital, however it was entered.
 std::wstring current_directory() {
     std::wstring text;
     DWORD size = GetCurrentDirectoryW(0, nullptr);
@@ -29,6 +30,8 @@ std::wstring current_directory() {
         size = GetCurrentDirectoryW(size, text.data());
     }
     text.resize(size);
+    const bool has_letter = size >= 2 && text[1] == L':' && text[0] >= L'a' && text[0] <= L'z';
+    if (has_letter) text[0] = static_cast<wchar_t>(text[0] - L'a' + L'A');
     return text;
 }
 
@@ -66,12 +69,16 @@ int chdir_utf8(const Path& directory) {
 }
 
 // The system's own answer looks at the read-only mark alone; what rights and other users of the file leave shows when
-// it is opened.
+// it is opened. Wine lets users with special rights open what is marked.
 int access_utf8(const std::string& name, int mode) {
     core::WideName wide;
     if (!core::translate(name, &wide)) return -1;
     if (mode == core::for_existence) return core::test_existence_utf8(name);
-    return core::open_existing(wide.c_str(), core::rights_for(mode)).valid() ? 0 : core::fail_with_last_error();
+    const core::Handle file = core::open_existing(wide.c_str(), core::rights_for(mode));
+    if (!file.valid()) return core::fail_with_last_error();
+    if ((mode & core::for_writing) == 0 || !core::is_read_only_file(file.get())) return 0;
+    errno = EACCES;
+    return -1;
 }
 
 std::uint64_t filesize_utf8(const std::string& name) {

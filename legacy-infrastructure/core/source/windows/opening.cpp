@@ -13,6 +13,10 @@
 #include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
+#include <winternl.h>
+
+// Which the headers lack.
+extern "C" NTSTATUS NTAPI RtlGetLastNtStatus(void);
 
 namespace orvix {
 
@@ -51,14 +55,7 @@ bool cut_off(HANDLE file) {
     return SetFileInformationByHandle(file, FileEndOfFileInfo, &end, sizeof end) != 0;
 }
 
-// The system refuses to open a directory as it refuses a file that others hold.
-int refusal(const wchar_t* name) {
-    fail_with_last_error();
-    if (errno != EACCES) return -1;
-    const DWORD attributes = GetFileAttributesW(name);
-    if (attributes != INVALID_FILE_ATTRIBUTES && is_directory(attributes)) errno = EISDIR;
-    return -1;
-}
+constexpr NTSTATUS status_delete_pending = static_cast<NTSTATUS>(0xC0000056);
 
 constexpr int any_user_may_read_and_write = 0666;
 
@@ -76,12 +73,22 @@ Handle open_itself(const wchar_t* name, DWORD access) {
     return Handle();
 }
 
+int fail_to_open(const wchar_t* name) {
+    const bool is_going = RtlGetLastNtStatus() == status_delete_pending;
+    fail_with_last_error();
+    if (errno != EACCES) return -1;
+    const DWORD attributes = GetFileAttributesW(name);
+    if (attributes != INVALID_FILE_ATTRIBUTES && is_directory(attributes)) errno = EISDIR;
+    if (is_going) errno = EEXIST;
+    return -1;
+}
+
 int open_path(const Name& name, int flags, int permission) {
     WideName wide;
     if (!translate(name, &wide)) return -1;
     Handle file(CreateFileW(wide.c_str(), access_of(flags), share_all, nullptr, disposition_of(flags),
                             attributes_of(flags, permission), nullptr));
-    if (!file.valid()) return refusal(wide.c_str());
+    if (!file.valid()) return fail_to_open(wide.c_str());
     const bool writes = (flags & (O_WRONLY | O_RDWR)) != 0;
     if ((flags & O_TRUNC) != 0 && writes && !cut_off(file.get())) return fail_with_last_error();
     const int kept_flags = flags & (O_APPEND | O_RDONLY | O_TEXT | _O_WTEXT | _O_U8TEXT | _O_U16TEXT);

@@ -9,13 +9,14 @@ namespace orvix::core {
 namespace {
 
 // Where the system keeps what it starts the variables of a new process from.
-constexpr const wchar_t* user_variables = L"Environment";
-constexpr const wchar_t* machine_variables = LR"(SYSTEM\CurrentControlSet\Control\Session Manager\Environment)";
+constexpr const char* user_variables = "Environment";
+constexpr const char* machine_variables = R"(SYSTEM\CurrentControlSet\Control\Session Manager\Environment)";
 
 class Key {
 public:
-    Key(HKEY branch, const wchar_t* path) {
-        if (RegOpenKeyExW(branch, path, 0, KEY_READ, &key_) != ERROR_SUCCESS) key_ = nullptr;
+    // Paths of keys are plain ASCII here; names and texts of values are not.
+    Key(HKEY branch, const char* path) {
+        if (RegOpenKeyExA(branch, path, 0, KEY_READ, &key_) != ERROR_SUCCESS) key_ = nullptr;
     }
     ~Key() {
         if (key_ != nullptr) RegCloseKey(key_);
@@ -61,7 +62,7 @@ private:
     HKEY key_ = nullptr;
 };
 
-bool read(HKEY branch, const wchar_t* path, const wchar_t* name, std::string* value) {
+bool read(HKEY branch, const char* path, const wchar_t* name, std::string* value) {
     std::wstring text;
     if (!Key(branch, path).read_text(name, &text)) return false;
     *value = narrow(text);
@@ -71,7 +72,7 @@ bool read(HKEY branch, const wchar_t* path, const wchar_t* name, std::string* va
 }  // namespace
 
 bool machine_registry_text(const std::string& key, const std::string& name, std::string* value) {
-    return read(HKEY_LOCAL_MACHINE, widen(key).c_str(), widen(name).c_str(), value);
+    return read(HKEY_LOCAL_MACHINE, key.c_str(), widen(name).c_str(), value);
 }
 
 bool registry_variable(const std::string& name, std::string* value) {

@@ -14,6 +14,8 @@ int descriptor_of(std::FILE* stream) {
     return -1;
 }
 
+std::int64_t position_of(std::FILE* stream) { return _ftelli64(stream); }
+
 // Line feeds are written as the stream would write them.
 void write_standard_error(std::string_view text) {
     constexpr int standard_error = 2;
