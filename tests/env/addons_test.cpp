@@ -1,5 +1,6 @@
 // Add-on files of the installation.
 
+#include "support/broken_directory.h"
 #include "support/temp_site.h"
 
 #include <orvix/gsl/environment.h>
@@ -141,13 +142,13 @@ TEST(AddOns, ThatIncludeTheirOwnNameEnd) {
 }
 
 TEST(AddOns, DirectoryThatCannotBeScannedIsTold) {
-    // A scan refuses names that end in a star, which on some systems would be a pattern.
     const TempSite site;
-    site.write("install/config/addons_cfgs/star*/one.cfg", "A=1\n");
+    const orvix::test::UnscannableDirectory name;
+    const std::string directory = "install/config/addons_cfgs/" + name.text();
+    site.write(directory + "/one.cfg", "A=1\n");
     testing::internal::CaptureStderr();
-    eeEnv* env = gui_env_open("star*", ENVLOC_SYSTEM);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "gfile: " + site.name("install/config/addons_cfgs") + "\\star* is not a directory \n");
+    eeEnv* env = gui_env_open(name.text().c_str(), ENVLOC_SYSTEM);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "gfile: " + site.name(directory) + " is not a directory \n");
     EXPECT_EQ(env->system.used, 0);
 }
 

@@ -1,5 +1,6 @@
 // Changing the working directory.
 
+#include "support/host.h"
 #include "support/temp_site.h"
 
 #include <orvix/core/files.h>
@@ -105,9 +106,12 @@ TEST_F(GuiChdir, QuotesAreTakenOff) {
 }
 
 TEST_F(GuiChdir, ClosingQuoteAloneStays) {
-    fs::create_directory(site.path("odd\""));
-    EXPECT_EQ(gui_chdir((site.name("odd") + "\"").c_str(), false), 0);
-    EXPECT_EQ(fs::current_path(), site.path("odd\""));
+    const bool can_be_made = orvix::test::may_stand_in_names('"');
+    const fs::path before = fs::current_path();
+    fs::create_directory(site.path("odd"));
+    if (can_be_made) fs::create_directory(site.path("odd\""));
+    EXPECT_EQ(gui_chdir((site.name("odd") + "\"").c_str(), false), can_be_made ? 0 : -1);
+    EXPECT_EQ(fs::current_path(), can_be_made ? site.path("odd\"") : before);
 }
 
 TEST_F(GuiChdir, NothingBetweenQuotesIsNoDirectory) {

@@ -241,9 +241,10 @@ TEST(UnchangedFile, IsNotWritten) {
     put(env, "I", "2");
     const auto long_ago = fs::file_time_type::clock::now() - std::chrono::hours(100);
     fs::last_write_time(site.path(file), long_ago);
+    const auto kept = fs::last_write_time(site.path(file));  // which may be rounded
     EXPECT_TRUE(gui_env_close(env, true));
     EXPECT_EQ(site.read(file), "a = 1\n+ inc\n");
-    EXPECT_EQ(fs::last_write_time(site.path(file)), long_ago);
+    EXPECT_EQ(fs::last_write_time(site.path(file)), kept);
 }
 
 TEST(UnchangedFile, IsNotWrittenWithoutSaving) {

@@ -5,6 +5,7 @@
 #include "support/file_times.h"
 #include "support/limits.h"
 #include "support/links.h"
+#include "support/matches_pattern.h"
 #include "support/permissions.h"
 #include "support/random_text.h"
 #include "support/temporary_directory.h"
@@ -33,6 +34,7 @@ using orvix::test::kept_time;
 using orvix::test::links_are_seen;
 using orvix::test::make_directory_link;
 using orvix::test::make_link;
+using orvix::test::MatchesPattern;
 using orvix::test::memory_can_be_limited;
 using orvix::test::MemoryLimit;
 using orvix::test::mode_of;
@@ -41,7 +43,6 @@ using orvix::test::RandomText;
 using orvix::test::ScopedVariable;
 using orvix::test::set_mode;
 using orvix::test::TemporaryDirectory;
-using testing::MatchesRegex;
 
 namespace {
 
@@ -335,8 +336,8 @@ TEST_F(CopyFile, FailurePrintsItsPlaceAndMessagesInTheDebugMode) {
     testing::internal::CaptureStderr();
     gfile_copy("missing", "to");
     EXPECT_THAT(testing::internal::GetCapturedStderr(),
-                MatchesRegex("\n\\? Error at line [1-9][0-9]* of file legacy-infrastructure/gsl/source/gfile\n"
-                             "Cannot find file : [^\n]+\n"));
+                MatchesPattern("\n\\? Error at line [1-9][0-9]* of file legacy-infrastructure/gsl/source/gfile\n"
+                               "Cannot find file : [^\n]+\n"));
 }
 
 TEST_F(MoveFile, TakesTheFileWithItsTimesToTheTarget) {
@@ -424,6 +425,6 @@ TEST_F(EraseFile, FailurePrintsItsPlaceAndMessagesInTheDebugMode) {
     testing::internal::CaptureStderr();
     gfile_erasefil("missing");
     EXPECT_THAT(testing::internal::GetCapturedStderr(),
-                MatchesRegex("\n\\? Error at line [1-9][0-9]* of file legacy-infrastructure/gsl/source/gfile\n"
-                             "Unable to delete file : [^\n]+\n"));
+                MatchesPattern("\n\\? Error at line [1-9][0-9]* of file legacy-infrastructure/gsl/source/gfile\n"
+                               "Unable to delete file : [^\n]+\n"));
 }

@@ -1,6 +1,8 @@
 // Random trees, links in them, copied, compared by the system's own program, changed in mode and removed.
 
 #include "files/trees.h"
+#include "support/links.h"
+#include "support/permissions.h"
 #include "support/random_text.h"
 #include "support/temporary_directory.h"
 
@@ -16,6 +18,10 @@
 namespace fs = std::filesystem;
 using orvix::test::entries_below;
 using orvix::test::grow_random_tree;
+using orvix::test::kept_directory_mode;
+using orvix::test::kept_mode;
+using orvix::test::make_directory_link;
+using orvix::test::make_link;
 using orvix::test::RandomText;
 using orvix::test::same_trees;
 using orvix::test::TemporaryDirectory;
@@ -33,11 +39,12 @@ std::vector<fs::path> directories_of(const fs::path& tree) {
 }
 
 // Hangs links to a file and to a directory outside into a tree, one each into some of its directories.
+// Where links are not seen nothing that may be one is ever removed, so there are none.
 void add_links(const fs::path& tree, const fs::path& outside, RandomText& random) {
+    if (!orvix::test::links_are_seen()) return;
     for (const fs::path& directory : directories_of(tree)) {
-        if (random.coin()) fs::create_symlink(fs::absolute(outside / "file"), directory / "link to a file");
-        if (random.coin())
-            fs::create_directory_symlink(fs::absolute(outside / "dir"), directory / "link to a directory");
+        if (random.coin()) make_link(fs::absolute(outside / "file"), directory / "link to a file");
+        if (random.coin()) make_directory_link(fs::absolute(outside / "dir"), directory / "link to a directory");
     }
 }
 
@@ -48,7 +55,9 @@ void change_modes(const fs::path& tree, int mode) {
         if (directory.string().find('\\') != std::string::npos) continue;
         ASSERT_TRUE(gfile_chmod((directory.string() + "\\*").c_str(), mode)) << directory;
         for (const auto& entry : fs::directory_iterator(directory)) {
-            ASSERT_EQ(static_cast<int>(entry.status().permissions()), mode) << entry.path();
+            const auto given = static_cast<unsigned>(mode);
+            ASSERT_EQ(orvix::test::mode_of(entry), entry.is_directory() ? kept_directory_mode(given) : kept_mode(given))
+                << entry.path();
         }
     }
 }

@@ -90,9 +90,9 @@ TEST_F(RemoveSingle, LinkGoesAndWhatItLeadsToStays) {
 }
 
 TEST_F(RemoveSingle, LinkThatLeadsNowhereGoes) {
-    if (!links_are_seen()) GTEST_SKIP() << "a link that leads nowhere is no name here";
     make_link("nowhere", "link");
-    EXPECT_TRUE(gfile_rm("link", false));
+    // Where links are not seen one that leads nowhere is no name.
+    EXPECT_EQ(gfile_rm("link", false), links_are_seen());
     EXPECT_FALSE(is_entry("link"));
 }
 
@@ -278,7 +278,7 @@ TEST_F(RemoveTree, StopsInADirectoryAtANameThatIsTooLongAndGoesOnAboveIt) {
     site.write("t/beside", "");
 
     std::set<std::string> behind;
-    for (const auto& entry : fs::directory_iterator(directory)) {
+    for (const auto& entry : fs::directory_iterator(orvix::test::of_any_length(directory, true))) {
         const std::string name = entry.path().filename().string();
         if (!behind.empty() || name == "longer_name") behind.insert(name);
     }

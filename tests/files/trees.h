@@ -29,8 +29,10 @@ inline std::set<std::string> entries_below(
     const std::filesystem::path& directory,
     std::filesystem::directory_options options = std::filesystem::directory_options::none) {
     std::set<std::string> names;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(directory, options)) {
-        names.insert(entry.path().lexically_relative(directory).generic_string());
+    const std::filesystem::path top = of_any_length(directory, true);
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(top, options)) {
+        const std::filesystem::path below = entry.path().native().substr(top.native().size());
+        names.insert(below.relative_path().generic_string());
     }
     return names;
 }
@@ -41,8 +43,8 @@ inline bool same_trees(const std::filesystem::path& a, const std::filesystem::pa
     const std::set<std::string> entries = entries_below(a, through_links);
     if (entries != entries_below(b, through_links)) return false;
     return std::all_of(entries.begin(), entries.end(), [&](const std::string& entry) {
-        const bool directory = std::filesystem::is_directory(a / entry);
-        if (directory != std::filesystem::is_directory(b / entry)) return false;
+        const bool directory = std::filesystem::is_directory(of_any_length(a / entry));
+        if (directory != std::filesystem::is_directory(of_any_length(b / entry))) return false;
         return directory || read_file(a / entry) == read_file(b / entry);
     });
 }
@@ -56,7 +58,7 @@ inline void grow_random_tree(const std::filesystem::path& directory, RandomText&
         const std::filesystem::path& parent = directories[random.number(directories.size() - 1)];
         const std::string name = random.text(letters_of_names, 6);
         const std::filesystem::path path = parent / name;
-        if (name.empty() || name == "." || name == ".." || std::filesystem::exists(path)) continue;
+        if (!host_takes_name(name) || std::filesystem::exists(path)) continue;
         if (random.number(3) == 0) {
             std::filesystem::create_directory(path);
             directories.push_back(path);
@@ -70,8 +72,8 @@ inline void grow_random_tree(const std::filesystem::path& directory, RandomText&
 inline std::filesystem::path grow_deep_tree(const std::filesystem::path& directory, int levels) {
     std::filesystem::path path = directory;
     for (int level = 0; level < levels; ++level) path /= "d";
-    std::filesystem::create_directories(path);
-    std::ofstream(path / "f") << "bottom";
+    std::filesystem::create_directories(of_any_length(path));
+    write_file(path / "f", "bottom");
     return path;
 }
 

@@ -3,6 +3,7 @@
 #include "files/trees_model.h"
 #include "files/trees.h"
 #include "support/buffer.h"
+#include "support/host.h"
 #include "support/random_text.h"
 #include "support/temporary_directory.h"
 
@@ -26,6 +27,8 @@ using orvix::test::TreesModel;
 
 namespace {
 
+const char* const name_with_colon = orvix::test::may_stand_in_names(':') ? "ab:c" : "ab_c";
+
 // All that a tree holds: kinds, permissions and bytes by name.
 std::map<std::string, std::string> contents_of(const fs::path& directory) {
     std::map<std::string, std::string> contents;
@@ -39,7 +42,7 @@ std::map<std::string, std::string> contents_of(const fs::path& directory) {
 
 // A name that can lead nowhere but into the current directory or the root of the drive D.
 std::string random_name(RandomText& random) {
-    static const char* const parts[] = {"a", "b", "ab", "ba.c", "x y", "ab:c", ".", "", "d"};
+    static const char* const parts[] = {"a", "b", "ab", "ba.c", "x y", name_with_colon, ".", "", "d"};
     std::string name;
     if (random.number(7) == 0) name = random.coin() ? "d:" : "d:\\";
     for (std::size_t left = random.number(3) + 1; left > 0; --left) {
@@ -132,7 +135,7 @@ struct Call {
 };
 
 void grow(const fs::path& directory, RandomText random) {
-    static const char* const names[] = {"a", "b", "ab", "ba.c", "x y", "ab:c", "d"};
+    static const char* const names[] = {"a", "b", "ab", "ba.c", "x y", name_with_colon, "d"};
     std::vector<fs::path> directories{directory};
     for (std::size_t left = random.number(12) + 3; left > 0; --left) {
         const fs::path path =
@@ -154,7 +157,7 @@ public:
 
     template <class Work>
     bool run(Work work) const {
-        const ScopedVariable drive("ORVIX_DRIVE_D", path().c_str());
+        const ScopedVariable drive("ORVIX_DRIVE_D", path());
         fs::current_path(path());
         testing::internal::CaptureStderr();
         GuiErrno = GUI_ERR_NONE;

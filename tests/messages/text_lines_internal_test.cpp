@@ -1,4 +1,5 @@
 #include "messages/text_lines.h"
+#include "support/broken_stream.h"
 #include "support/line_reader_model.h"
 
 #include <gmock/gmock.h>
@@ -73,22 +74,8 @@ TEST(TextLines, GiveTheSameWhereverABlockEnds) {
     }
 }
 
-#ifdef __GLIBC__
-// A stream that breaks off: after its bytes comes a read error and not the end of the file.
-Stream broken_stream(std::string* bytes) {
-    const auto read = [](void* cookie, char* buffer, std::size_t size) -> ssize_t {
-        auto& rest = *static_cast<std::string*>(cookie);
-        if (rest.empty()) return -1;
-        const std::size_t taken = rest.copy(buffer, size);
-        rest.erase(0, taken);
-        return static_cast<ssize_t>(taken);
-    };
-    return {fopencookie(bytes, "r", {read, nullptr, nullptr, nullptr}), std::fclose};
-}
-
 TEST(TextLines, DropTheLineThatAReadErrorBreaksOff) {
-    std::string bytes = "one\ntwo\nthr";
-    const Stream stream = broken_stream(&bytes);
+    const orvix::test::BrokenStream stream("one\ntwo\nthr");
     TextLines lines(stream.get());
     std::span<char> line;
     ASSERT_TRUE(lines.next(&line));
@@ -96,6 +83,5 @@ TEST(TextLines, DropTheLineThatAReadErrorBreaksOff) {
     EXPECT_EQ(std::string(line.begin(), line.end()), "two");
     EXPECT_FALSE(lines.next(&line));
 }
-#endif
 
 }  // namespace

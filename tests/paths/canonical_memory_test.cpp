@@ -4,6 +4,7 @@
 #include <orvix/core/path.h>
 #include <orvix/gsl/canonical_names.h>
 #include <orvix/gsl/status.h>
+#include <support/allocation_limit.h>
 #include <support/buffer.h>
 #include <support/temporary_directory.h>
 
@@ -15,25 +16,6 @@
 
 namespace fs = std::filesystem;
 using namespace orvix::test;
-
-namespace {
-
-// Counts down to the allocation that fails; below zero none does.
-int allocations_left = -1;
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    if (allocations_left == 0) throw std::bad_alloc();
-    if (allocations_left > 0) --allocations_left;
-    void* const block = std::malloc(size);
-    if (block == nullptr) throw std::bad_alloc();
-    return block;
-}
-
-// Seen through, these would look like the freeing of what `new` gave.
-[[gnu::noinline]] void operator delete(void* block) noexcept { std::free(block); }
-[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept { std::free(block); }
 
 namespace {
 
@@ -49,13 +31,11 @@ Failures failures_before_success(Function function) {
     const fs::path before = fs::current_path();
     Failures failures;
     for (int room = 0; room < 1000; ++room) {
-        allocations_left = room;
         try {
+            const AllocationLimit limit(room);
             function();
-            allocations_left = -1;
             return failures;
         } catch (const std::bad_alloc& exception) {
-            allocations_left = -1;
             ++failures.count;
             failures.texts.insert(exception.what());
         }
@@ -93,8 +73,10 @@ TEST_F(MemoryExhausted, CanonicalDirectoryAsPathThrowsAndRestoresTheCurrentDirec
 
 TEST_F(MemoryExhausted, SearchAlongAListFindsNothing) {
     directory_.write("a directory with a name of some length/part", "");
-    allocations_left = 0;
-    char* const found = HX_find_file("part", "a directory with a name of some length", false);
-    allocations_left = -1;
+    char* found = nullptr;
+    {
+        const AllocationLimit limit(0);
+        found = HX_find_file("part", "a directory with a name of some length", false);
+    }
     EXPECT_EQ(found, nullptr);
 }

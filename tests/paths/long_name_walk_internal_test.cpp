@@ -32,7 +32,7 @@ TEST(LongNameWalk, LinksAreNotFollowed) {
 }
 
 TEST(LongNameWalk, NameWithoutDriveGetsTheCurrentOne) {
-    const TemporaryDirectory directory;
+    const TemporaryDirectory directory(TemporaryDirectory::Enter::yes);
     EXPECT_EQ(long_name_walk(directory.name().substr(2)), directory.name());
 }
 

@@ -37,6 +37,32 @@ private:
     [[maybe_unused]] void* replacement_ = nullptr;  // where it takes one
 };
 
+// A name that a scan of the directory refuses, for the length of its scope.
+class UnscannableDirectory {
+public:
+    UnscannableDirectory();
+    ~UnscannableDirectory();
+    UnscannableDirectory(const UnscannableDirectory&) = delete;
+    UnscannableDirectory& operator=(const UnscannableDirectory&) = delete;
+
+    std::string text() const;
+
+private:
+    void* replacement_ = nullptr;
+};
+
+// The current directory is as good as gone for the length of its scope: nothing can be made in it any more.
+class LostDirectory {
+public:
+    explicit LostDirectory(const std::filesystem::path& current);
+    ~LostDirectory();
+    LostDirectory(const LostDirectory&) = delete;
+    LostDirectory& operator=(const LostDirectory&) = delete;
+
+private:
+    void* replacement_ = nullptr;
+};
+
 // For the length of its scope the system refuses to tell what a name stands for, without saying that it is missing.
 class UnreadableStatus {
 public:

@@ -31,7 +31,8 @@ private:
     std::vector<void*> held_;
 };
 
-// Makes a name whose permissions nobody may change: a link that leads nowhere, or to a file of the system.
+// Makes a name whose permissions nobody may change. Where they are marks of a file, the system refuses to change those
+// of any file from then on.
 void make_name_without_permissions(const std::filesystem::path& name);
 
 // A file that not even a user with special rights may write, in the library's form: one of the system's own or, where

@@ -22,7 +22,7 @@ protected:
 template <class Call>
 void without_memory(Call call) {
     MemoryLimit limit(std::size_t{1} << 20);
-    limit.use_up(16);
+    limit.use_up(1);
     call();
 }
 

@@ -1,6 +1,7 @@
 // What the helpers ask of the host.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -20,5 +21,23 @@ void remove_tree(const std::filesystem::path& directory);
 
 // The drive, with its colon, of a host's name that begins with a slash.
 extern const char* const root_drive;
+
+// True where the names of process variables are the same in any letter case.
+extern const bool variables_fold_letter_case;
+
+// True where a directory behind a link is called by its own name once it is entered; false where by that of the link.
+extern const bool entered_links_are_resolved;
+
+// False where the name of a removed file stays until its last user has closed it.
+bool removed_names_go_at_once();
+
+// The longest name of a current directory.
+extern const std::size_t longest_current_directory;
+
+// False for a character that the host takes in no name.
+bool may_stand_in_names(char character);
+
+// A locale whose numbers have a comma before their decimals, for std::setlocale.
+extern const char* const locale_with_comma;
 
 }  // namespace orvix::test

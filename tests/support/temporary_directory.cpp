@@ -41,7 +41,7 @@ std::string TemporaryDirectory::name(std::string_view relative) const {
 
 std::string TemporaryDirectory::write(std::string_view relative, std::string_view bytes) const {
     const fs::path file = path_ / host_path(relative);
-    fs::create_directories(file.parent_path());
+    fs::create_directories(of_any_length(file.parent_path()));
     write_file(file, bytes);
     return library_name(file);
 }
@@ -67,13 +67,13 @@ std::string library_name(const fs::path& host) {
 }
 
 std::string read_file(const fs::path& host) {
-    std::ifstream stream(host, std::ios::binary);
+    std::ifstream stream(of_any_length(host), std::ios::binary);
     if (!stream) throw std::runtime_error("cannot read " + host.string());
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 void write_file(const fs::path& host, std::string_view bytes) {
-    std::ofstream stream(host, std::ios::binary);
+    std::ofstream stream(of_any_length(host), std::ios::binary);
     stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     if (!stream) throw std::runtime_error("cannot write " + host.string());
 }

@@ -1,6 +1,7 @@
 // A directory of a test's own, gone at its end, and small helpers to fill it and look into it.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -57,6 +58,15 @@ std::string library_name(const std::filesystem::path& host);
 
 // Letters that the host allows in names, those among them that are hard on programs that join and split names.
 extern const char* const letters_of_names;
+
+// False for a name of these letters that the host takes for another one.
+bool host_takes_name(const std::string& name);
+
+// The same name in a form that the standard library takes however long it is, or however long all names below it are.
+std::filesystem::path of_any_length(const std::filesystem::path& host, bool with_all_below = false);
+
+// Gives a file a length without writing its bytes; false if the file system takes none of that size.
+bool set_length(const std::filesystem::path& host, std::uintmax_t bytes);
 
 std::string read_file(const std::filesystem::path& host);
 void write_file(const std::filesystem::path& host, std::string_view bytes);

@@ -1,6 +1,8 @@
 #include "support/line_reader_model.h"
 #include "support/temporary_directory.h"
 
+#include <orvix/core/descriptors.h>
+#include <orvix/core/streams.h>
 #include <orvix/gsl/processes.h>
 #include <orvix/gsl/streams.h>
 
@@ -272,7 +274,9 @@ TEST(GfileGetfilbuf, ReadsElementsAndTakesAShortCountForSuccess) {
 
 TEST(GfileGetfilbuf, ReadErrorGivesFalse) {
     const TemporaryDirectory directory;
-    std::FILE* stream = gsl_fopen(directory.name("out").c_str(), "w");
+    directory.write("in", "text");
+    std::FILE* stream = gsl_fopen(directory.name("in").c_str(), "r");
+    orvix::core::close_descriptor(orvix::core::descriptor_of(stream));
     char buffer[4];
     EXPECT_FALSE(gfile_getfilbuf(stream, 1, 4, buffer));
     gsl_fclose(stream);
@@ -314,7 +318,9 @@ TEST(GfileGetfilchr, EndOfFileGivesTrueAndStores255) {
 
 TEST(GfileGetfilchr, ErrorWithoutTheEndOfTheFileGivesTrue) {
     const TemporaryDirectory directory;
-    std::FILE* stream = gsl_fopen(directory.name("out").c_str(), "w");
+    directory.write("in", "text");
+    std::FILE* stream = gsl_fopen(directory.name("in").c_str(), "r");
+    orvix::core::close_descriptor(orvix::core::descriptor_of(stream));
     char byte = 0;
     EXPECT_TRUE(gfile_getfilchr(stream, &byte));
     EXPECT_NE(std::ferror(stream), 0);

@@ -1,3 +1,4 @@
+#include "support/host.h"
 #include "text/exact_decimal.h"
 
 #include <gtest/gtest.h>
@@ -421,7 +422,8 @@ TEST(GparseParseNumericAndPostnumericPart, NumberTooLargeIsTheLargest) {
 
 TEST(NumberReading, LocaleOfTheProcessPlaysNoPart) {
     const std::string before = std::setlocale(LC_ALL, nullptr);
-    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) GTEST_SKIP() << "no locale with another decimal point";
+    if (std::setlocale(LC_ALL, orvix::test::locale_with_comma) == nullptr)
+        GTEST_SKIP() << "no locale with another decimal point";
     const Real point = outcome(gparse_astodbl, "1.5");
     const Real comma = outcome(gparse_astodbl, "1,5");
     const Real runtime_point = outcome(astr_str_to_double, " 1.5");

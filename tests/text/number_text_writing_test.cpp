@@ -1,3 +1,4 @@
+#include "support/host.h"
 #include "text/number_text_model.h"
 
 #include <gtest/gtest.h>
@@ -428,7 +429,8 @@ TEST(NumberWriting, AgreesWithTheModelNextToPowersOfTen) {
 
 TEST(NumberWriting, LocaleOfTheProcessPlaysNoPart) {
     const std::string before = std::setlocale(LC_ALL, nullptr);
-    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) GTEST_SKIP() << "no locale with another decimal point";
+    if (std::setlocale(LC_ALL, orvix::test::locale_with_comma) == nullptr)
+        GTEST_SKIP() << "no locale with another decimal point";
     const std::string fixed = fitted(1234.5, 20, 2);
     const std::string exponent = fitted(1234.5, 12, -1);
     Buffer runtime = room_for(20);

@@ -1,3 +1,4 @@
+#include "support/host.h"
 #include "text/stripped_number_model.h"
 
 #include <gtest/gtest.h>
@@ -440,7 +441,8 @@ TEST(StrippedNumbers, TextsAgreeWithTheModel) {
 
 TEST(StrippedNumbers, LocaleOfTheProcessPlaysNoPart) {
     const std::string before = std::setlocale(LC_ALL, nullptr);
-    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) GTEST_SKIP() << "no locale with another decimal point";
+    if (std::setlocale(LC_ALL, orvix::test::locale_with_comma) == nullptr)
+        GTEST_SKIP() << "no locale with another decimal point";
     const std::string number = stripped(1.5, 3, 10);
     const std::string text = with_decimals("1.23456", 2, 4);
     std::setlocale(LC_ALL, before.c_str());

@@ -31,6 +31,17 @@ bool UnlistableDirectory::exists() const {
 
 std::string UnlistableDirectory::wildcard() const { return "C:\\proc\\" + std::to_string(process_) + "\\net\\*"; }
 
+UnscannableDirectory::UnscannableDirectory() = default;
+
+UnscannableDirectory::~UnscannableDirectory() = default;
+
+// On some systems a star at the end would be a pattern.
+std::string UnscannableDirectory::text() const { return "star*"; }
+
+LostDirectory::LostDirectory(const std::filesystem::path& current) { std::filesystem::remove(current); }
+
+LostDirectory::~LostDirectory() = default;
+
 UnreadableStatus::UnreadableStatus() = default;
 
 UnreadableStatus::~UnreadableStatus() = default;

@@ -18,6 +18,16 @@ BOOL WINAPI fails_to_list(HANDLE file, FILE_INFO_BY_HANDLE_CLASS kind, void* buf
     return FALSE;
 }
 
+HANDLE WINAPI fails_to_search(const wchar_t*, WIN32_FIND_DATAW*) {
+    SetLastError(ERROR_ACCESS_DENIED);
+    return INVALID_HANDLE_VALUE;
+}
+
+HANDLE WINAPI fails_to_make(const wchar_t*, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD, HANDLE) {
+    SetLastError(ERROR_PATH_NOT_FOUND);
+    return INVALID_HANDLE_VALUE;
+}
+
 DWORD WINAPI fails_to_tell(const wchar_t*) {
     SetLastError(ERROR_ACCESS_DENIED);
     return INVALID_FILE_ATTRIBUTES;
@@ -46,6 +56,18 @@ UnlistableDirectory::~UnlistableDirectory() { restore(replacement_); }
 bool UnlistableDirectory::exists() const { return true; }
 
 std::string UnlistableDirectory::wildcard() const { return ".\\*"; }
+
+UnscannableDirectory::UnscannableDirectory()
+    : replacement_(replace("FindFirstFileW", reinterpret_cast<void*>(fails_to_search))) {}
+
+UnscannableDirectory::~UnscannableDirectory() { restore(replacement_); }
+
+std::string UnscannableDirectory::text() const { return "star"; }
+
+LostDirectory::LostDirectory(const std::filesystem::path&)
+    : replacement_(replace("CreateFileW", reinterpret_cast<void*>(fails_to_make))) {}
+
+LostDirectory::~LostDirectory() { restore(replacement_); }
 
 UnreadableStatus::UnreadableStatus()
     : replacement_(replace("GetFileAttributesW", reinterpret_cast<void*>(fails_to_tell))) {}

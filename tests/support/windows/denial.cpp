@@ -1,7 +1,7 @@
 #include "support/denial.h"
 
-#include "support/links.h"
 #include "support/temporary_directory.h"
+#include "support/windows/imports.h"
 
 #include <stdexcept>
 #include <utility>
@@ -47,7 +47,17 @@ Denial Denial::of_changing(const fs::path& directory) {
     return denial;
 }
 
-void make_name_without_permissions(const fs::path& name) { make_link(R"(Z:\proc\version)", name); }
+void make_name_without_permissions(const fs::path& name) {
+    static ImportReplacement replacement;  // to the end of the process
+    const auto refuse = [](HANDLE, FILE_INFO_BY_HANDLE_CLASS, void*, DWORD) -> BOOL {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return FALSE;
+    };
+    BOOL (*const function)(HANDLE, FILE_INFO_BY_HANDLE_CLASS, void*, DWORD) = refuse;
+    write_file(name, "");
+    SetFileAttributesW(name.c_str(), FILE_ATTRIBUTE_READONLY);
+    replacement.replace("SetFileInformationByHandle", reinterpret_cast<void*>(function));
+}
 
 std::string file_that_nobody_writes(const fs::path& scratch) {
     write_file(scratch, "");

@@ -28,18 +28,26 @@ std::size_t bytes_left;
 
 void take(std::size_t bytes) { bytes_left -= std::min(bytes, bytes_left); }
 
+// What the C library does with a block or without one.
+void* taken(void* block) {
+    if (block != nullptr) {
+        take(_msize(block));
+    } else {
+        errno = ENOMEM;
+    }
+    return block;
+}
+
 void* limited_malloc(std::size_t bytes) {
     static const auto allocate = original<void*(std::size_t)>(c_library, "malloc");
     void* const block = bytes <= bytes_left ? allocate(bytes) : nullptr;
-    if (block != nullptr) take(_msize(block));
-    return block;
+    return taken(block);
 }
 
 void* limited_calloc(std::size_t count, std::size_t size) {
     static const auto allocate = original<void*(std::size_t, std::size_t)>(c_library, "calloc");
     void* const block = size == 0 || count <= bytes_left / size ? allocate(count, size) : nullptr;
-    if (block != nullptr) take(_msize(block));
-    return block;
+    return taken(block);
 }
 
 void limited_free(void* block) {
@@ -51,7 +59,7 @@ void limited_free(void* block) {
 void* limited_realloc(void* block, std::size_t bytes) {
     static const auto reallocate = original<void*(void*, std::size_t)>(c_library, "realloc");
     const std::size_t before = block != nullptr ? _msize(block) : 0;
-    if (bytes > before && bytes - before > bytes_left) return nullptr;
+    if (bytes > before && bytes - before > bytes_left) return taken(nullptr);
     void* const other = reallocate(block, bytes);
     if (other != nullptr) {
         bytes_left += before;

@@ -1,5 +1,7 @@
 #include "support/permissions.h"
 
+#include "support/windows/wine.h"
+
 namespace orvix::test {
 
 namespace {
@@ -10,7 +12,8 @@ constexpr unsigned owner_may_write = 0200;
 
 unsigned kept_mode(unsigned mode) { return (mode & owner_may_write) != 0 ? 0666 : 0444; }
 
-unsigned kept_directory_mode(unsigned mode) { return (mode & owner_may_write) != 0 ? 0777 : 0555; }
+// Wine keeps no mark of a directory.
+unsigned kept_directory_mode(unsigned mode) { return (mode & owner_may_write) != 0 || is_wine() ? 0777 : 0555; }
 
 const bool current_directory_can_be_renamed = false;
 

@@ -2,8 +2,6 @@
 
 #include "support/windows/imports.h"
 
-#include <cerrno>
-
 #include <windows.h>
 
 namespace fs = std::filesystem;
@@ -23,15 +21,15 @@ NoTemporaryPlace::NoTemporaryPlace()
       second_("TEMP", R"(C:\no\such\directory)"),
       third_("USERPROFILE", R"(C:\no\such\directory)") {}
 
-// The system has no random numbers to give.
+// Every name is taken.
 struct NoTemporaryName::State {
     ImportReplacement replacement;
 };
 
 NoTemporaryName::NoTemporaryName() : state_(new State) {
-    const auto no_number = [](unsigned*) { return EINVAL; };
-    int (*const function)(unsigned*) = no_number;
-    state_->replacement.replace("rand_s", reinterpret_cast<void*>(function));
+    const auto is_there = [](const wchar_t*) -> DWORD { return FILE_ATTRIBUTE_NORMAL; };
+    DWORD (*const function)(const wchar_t*) = is_there;
+    state_->replacement.replace("GetFileAttributesW", reinterpret_cast<void*>(function));
 }
 
 NoTemporaryName::~NoTemporaryName() { delete state_; }
