@@ -144,11 +144,11 @@ TEST(AddOns, ThatIncludeTheirOwnNameEnd) {
 TEST(AddOns, DirectoryThatCannotBeScannedIsTold) {
     const TempSite site;
     const orvix::test::UnscannableDirectory name;
-    const std::string directory = "install/config/addons_cfgs/" + name.text();
-    site.write(directory + "/one.cfg", "A=1\n");
+    const std::string place = "install/config/addons_cfgs/" + name.text();
+    site.write(place + "/one.cfg", "A=1\n");
     testing::internal::CaptureStderr();
     eeEnv* env = gui_env_open(name.text().c_str(), ENVLOC_SYSTEM);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "gfile: " + site.name(directory) + " is not a directory \n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "gfile: " + site.name(place) + " is not a directory \n");
     EXPECT_EQ(env->system.used, 0);
 }
 

@@ -12,7 +12,7 @@ public:
     AllocationLimit& operator=(const AllocationLimit&) = delete;
 
 private:
-    void* replacement_ = nullptr;
+    [[maybe_unused]] void* replacement_ = nullptr;  // where it takes one
 };
 
 }  // namespace orvix::test

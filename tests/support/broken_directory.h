@@ -48,7 +48,7 @@ public:
     std::string text() const;
 
 private:
-    void* replacement_ = nullptr;
+    [[maybe_unused]] void* replacement_ = nullptr;  // where it takes one
 };
 
 // The current directory is as good as gone for the length of its scope: nothing can be made in it any more.
@@ -60,7 +60,7 @@ public:
     LostDirectory& operator=(const LostDirectory&) = delete;
 
 private:
-    void* replacement_ = nullptr;
+    [[maybe_unused]] void* replacement_ = nullptr;  // where it takes one
 };
 
 // For the length of its scope the system refuses to tell what a name stands for, without saying that it is missing.
