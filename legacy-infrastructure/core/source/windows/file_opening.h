@@ -30,9 +30,9 @@ Handle open_existing(const wchar_t* name, DWORD access, DWORD further_flags = 0)
 // last error set.
 Handle open_itself(const wchar_t* name, DWORD access);
 
-// Sets errno from the last error of a file that could not be opened, and gives -1. The system refuses to open a directory
-// as it refuses a file that others hold; and it refuses to make a file under a name that goes as soon as its last user
-// has closed it, which is still there.
+// Sets errno from the last error of a file that could not be opened, and gives -1. The system refuses to open a
+// directory as it refuses a file that others hold; and it refuses to make a file under a name that goes as soon as its
+// last user has closed it, which is still there.
 int fail_to_open(const wchar_t* name);
 
 // The system's open on a path; no child process inherits the descriptor. -1 with errno set on failure.
