@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 #include <support/regexp_match_model.h>
-#include <support/regexp_random.h>
+#include <support/regexp_random_searches.h>
 #include <support/regexp_record.h>
 
 #include <cstddef>
@@ -37,32 +37,8 @@ const regexp::Step* entry_of(const Record& record) { return regexp::plan_of(reco
 }  // namespace
 
 TEST(RegexpLockstep, FindsWhatTheModelFindsOnRandomPatternsAndSubjects) {
-    RandomPattern source(5);
-    int matches = 0;
-    for (int i = 0; i < 6000; ++i) {
-        const std::string pattern = source.pattern();
-        SCOPED_TRACE(pattern);
-        Choice choice;
-        try {
-            choice = PatternReader(pattern).read();
-        } catch (const PatternError&) {
-            continue;
-        }
-        const Record record(pattern);
-        for (int j = 0; j < 4; ++j) {
-            const std::string subject = source.subject();
-            SCOPED_TRACE(subject);
-            std::optional<Places> expected;
-            try {
-                expected = MatchModel(choice, subject).search();
-            } catch (const TooLong&) {
-                continue;
-            }
-            ASSERT_EQ(search_in_lockstep(record, subject), expected);
-            matches += expected.has_value() ? 1 : 0;
-        }
-    }
-    EXPECT_GT(matches, 2500);
+    const SearchCounts counts = compare_random_searches(5, 4, search_in_lockstep);
+    EXPECT_GT(counts.matches, 2500);
 }
 
 TEST(RegexpBacktracker, GivesUpWhereChoicesMultiply) {

@@ -3,7 +3,7 @@
 #include <orvix/gsl/regular_expressions.h>
 #include <support/buffer.h>
 #include <support/regexp_match_model.h>
-#include <support/regexp_random.h>
+#include <support/regexp_random_searches.h>
 #include <support/regexp_record.h>
 #include <support/small_stack.h>
 
@@ -253,33 +253,8 @@ TEST(Gsl_regexec, ARecordCanBeCopiedToKeepItsPlaces) {
 // By the model
 
 TEST(Gsl_regexec, FindsWhatTheModelFindsOnRandomPatternsAndSubjects) {
-    RandomPattern source(4);
-    int searches = 0;
-    int matches = 0;
-    for (int i = 0; i < 6000; ++i) {
-        const std::string pattern = source.pattern();
-        SCOPED_TRACE(pattern);
-        Choice choice;
-        try {
-            choice = PatternReader(pattern).read();
-        } catch (const PatternError&) {
-            continue;
-        }
-        const Record record(pattern);
-        for (int j = 0; j < 8; ++j) {
-            const std::string subject = source.subject();
-            SCOPED_TRACE(subject);
-            std::optional<Places> expected;
-            try {
-                expected = MatchModel(choice, subject).search();
-            } catch (const TooLong&) {
-                continue;
-            }
-            ASSERT_EQ(record.search(Buffer(subject)), expected);
-            ++searches;
-            matches += expected.has_value() ? 1 : 0;
-        }
-    }
-    EXPECT_GT(searches, 15000);
-    EXPECT_GT(matches, 5000);
+    const SearchCounts counts = compare_random_searches(
+        4, 8, [](const Record& record, const std::string& subject) { return record.search(Buffer(subject)); });
+    EXPECT_GT(counts.searches, 15000);
+    EXPECT_GT(counts.matches, 5000);
 }
