@@ -1,5 +1,6 @@
 // Files without a buffer in between.
 
+#include "core/read_all.h"
 #include "support/descriptors.h"
 #include "support/file_times.h"
 #include "support/links.h"
@@ -25,6 +26,7 @@ using orvix::test::inherited_files;
 using orvix::test::kept_time;
 using orvix::test::make_link;
 using orvix::test::open_files;
+using orvix::test::read_all;
 using orvix::test::TemporaryDirectory;
 
 namespace {
@@ -33,12 +35,6 @@ class UnbufferedFile : public testing::Test {
 protected:
     TemporaryDirectory site{TemporaryDirectory::Enter::yes};
 };
-
-std::string read_all(File& file, std::size_t bytes) {
-    std::string text(bytes, '?');
-    text.resize(file.read(text.data(), bytes));
-    return text;
-}
 
 }  // namespace
 

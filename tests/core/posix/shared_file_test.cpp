@@ -1,5 +1,6 @@
 // Files between processes, on a host with signals, leases, and pipes among its files.
 
+#include "core/read_all.h"
 #include "support/temporary_directory.h"
 
 #include <orvix/core/file.h>
@@ -16,6 +17,7 @@
 
 using orvix::Path;
 using orvix::core::File;
+using orvix::test::read_all;
 using orvix::test::TemporaryDirectory;
 
 namespace {
@@ -24,12 +26,6 @@ class SharedFile : public testing::Test {
 protected:
     TemporaryDirectory site{TemporaryDirectory::Enter::yes};
 };
-
-std::string read_all(File& file, std::size_t bytes) {
-    std::string text(bytes, '?');
-    text.resize(file.read(text.data(), bytes));
-    return text;
-}
 
 }  // namespace
 
