@@ -32,16 +32,6 @@ File::~File() {
     errno = saved;
 }
 
-File::File(File&& other) noexcept
-    : handle_(std::exchange(other.handle_, -1)), bytes_read_(other.bytes_read_), status_(other.status_) {}
-
-File& File::operator=(File&& other) noexcept {
-    std::swap(handle_, other.handle_);
-    std::swap(bytes_read_, other.bytes_read_);
-    std::swap(status_, other.status_);
-    return *this;
-}
-
 File File::open_to_read(const Path& name) {
     return FileOpening::to_read([&](int flags) { return open_path(name, flags, 0); });
 }

@@ -63,16 +63,6 @@ File::~File() {
     if (is_open()) CloseHandle(handle_of(handle_));
 }
 
-File::File(File&& other) noexcept
-    : handle_(std::exchange(other.handle_, -1)), bytes_read_(other.bytes_read_), status_(other.status_) {}
-
-File& File::operator=(File&& other) noexcept {
-    std::swap(handle_, other.handle_);
-    std::swap(bytes_read_, other.bytes_read_);
-    std::swap(status_, other.status_);
-    return *this;
-}
-
 File File::open_to_read(const Path& name) {
     WideName wide;
     if (!translate(name, &wide)) return File();

@@ -79,13 +79,6 @@ TemporaryFile::TemporaryFile(const std::string& prefix, const std::string& exten
     }
 }
 
-TemporaryFile::~TemporaryFile() {
-    const int saved = errno;
-    file_.close();
-    if (!core::PathAccess::text(path_).empty()) path_.delete_file_or_directory();
-    errno = saved;
-}
-
 namespace core {
 
 std::string temporary_name(const char* directory, const char* prefix) {
